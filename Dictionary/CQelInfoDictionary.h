@@ -1,0 +1,53 @@
+// CQelInfoDictionary: the store that one ReadFileTags fills and every query
+// reads. Each item ID may hold a title and, independently, a value; an empty
+// value counts as present. The last write of an item wins.
+#ifndef QEL_CQELINFODICTIONARY_H
+#define QEL_CQELINFODICTIONARY_H
+
+#include "CQelString.h"
+
+#include <map>
+
+class CQelInfoDictionary {
+public:
+    using Map = std::map<UInt32, CQelString>;
+
+    CQelInfoDictionary() = default;
+    CQelInfoDictionary(const CQelInfoDictionary&) = default;
+    virtual ~CQelInfoDictionary();
+    CQelInfoDictionary& operator=(const CQelInfoDictionary& other);
+
+    void SetTitle(UInt32 id, const CQelString& text);
+    void SetValue(UInt32 id, const CQelString& text);
+    // False when absent (`*out` untouched); otherwise a copy into `*out`.
+    bool GetTitle(UInt32 id, CQelString* out) const;
+    bool GetValue(UInt32 id, CQelString* out) const;
+    // 0 when absent, else the stored text's GetByteLength.
+    UInt32 GetTitleByteLength(UInt32 id, CFStringEncoding encoding) const;
+    UInt32 GetValueByteLength(UInt32 id, CFStringEncoding encoding) const;
+    const char* GetTitleCStringPtr(UInt32 id, CFStringEncoding encoding) const;
+    const char* GetValueCStringPtr(UInt32 id, CFStringEncoding encoding) const;
+    // Direct read access for the export, without copying the stored text.
+    const CQelString* FindTitle(UInt32 id) const;
+    const CQelString* FindValue(UInt32 id) const;
+
+    UInt32 GetValueCount() const;
+    UInt32 GetMapSize(const Map* map) const;
+    UInt32 GetMapCount(const Map* map) const;
+    void CopyMap(const Map* from, Map* to);
+    void Clear();
+
+    const Map& Titles() const { return m_titleMap; }
+    const Map& Values() const { return m_valueMap; }
+
+private:
+    static void SetStringToMap(Map& map, UInt32 id, const CQelString& text);
+    static bool GetStringFromMap(const Map& map, UInt32 id, CQelString* out);
+    static UInt32 GetByteLengthAtIndex(const Map& map, UInt32 id, CFStringEncoding encoding);
+    static const char* GetCStringPtrFromMap(const Map& map, UInt32 id, CFStringEncoding encoding);
+
+    Map m_titleMap;
+    Map m_valueMap;
+};
+
+#endif

@@ -1,0 +1,5 @@
+// Placeholder until these items are written.
+#include "CQelImgInfo.h"
+
+void CQelImgInfo::GetLensInfo(IVandelTagControl*) {}
+void CQelImgInfo::GetFocalLength(IVandelTagControl*) {}

@@ -1,0 +1,5 @@
+// Placeholder until these items are written.
+#include "CQelImgInfo.h"
+
+void CQelImgInfo::GetMeteringMode(IVandelTagControl*) {}
+void CQelImgInfo::GetISOSensitivity(IVandelTagControl*) {}

@@ -1,0 +1,79 @@
+// CQelString: the one text type of the library, an owning wrapper of one
+// mutable CoreFoundation string. Titles and values are built in it by loading
+// localized texts by key from the framework's bundle and by formatting
+// numbers, then handed out as C strings in any encoding or as CFString copies.
+#ifndef QEL_CQELSTRING_H
+#define QEL_CQELSTRING_H
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <string>
+
+class CQelString {
+public:
+    CQelString();
+    CQelString(const CQelString& other);
+    CQelString(const char* text, CFStringEncoding encoding);  // the pointer is not tested
+    explicit CQelString(CFStringRef text);                    // null gives an empty string
+    virtual ~CQelString();
+    CQelString& operator=(const CQelString& other);
+
+    // Length in UTF-16 units.
+    CFIndex GetLength() const;
+    // Bytes to reserve for the text in `encoding`: the encoding's maximum
+    // size plus room for a two-byte terminator; GetCString demands exactly
+    // this slack.
+    UInt32 GetByteLength(CFStringEncoding encoding) const;
+    UniChar GetCharacterAt(CFIndex index) const;
+    // Deliberately inverted: true when the two texts DIFFER (the raw
+    // CFStringCompare result taken as a truth value). Nothing calls it.
+    bool operator==(const CQelString& other) const;
+
+    // Whole text into `buffer` or nothing: the buffer is zeroed over `size`
+    // bytes and filled only when size > encoded length + 2. Answers the
+    // number of bytes placed.
+    UInt32 GetCString(char* buffer, UInt32 size, CFStringEncoding encoding) const;
+    // The encoded bytes, held by this string until it next changes; null when
+    // the text cannot be encoded.
+    const char* GetCStringPtr(CFStringEncoding encoding) const;
+
+    // Replaces the text with the localized text of `key`; a key without a
+    // translation yields the key itself. The first "&&" becomes "&".
+    bool LoadString(CFStringRef key);
+    bool LoadString(const char* key);
+    bool AppendLoadString(CFStringRef key);
+    bool AppendLoadString(const char* key);
+    // Loads `key` and uses its text as a printf-style format for the
+    // arguments. On a failed lookup the text stays unchanged.
+    bool LoadStringWithFormat(CFStringRef key, ...);
+    bool LoadStringWithFormat(const char* key, ...);
+
+    void Format(CFStringRef format, ...);
+    void AppendFormat(CFStringRef format, ...);
+    void Append(const CQelString& other);
+    void Append(const char* text, CFStringEncoding encoding);
+    void Append(CFStringRef text);
+    CQelString& operator+=(const CQelString& other);
+    void Clear();
+
+    // The text in UTF-8, for hosts' and tests' convenience.
+    std::string ToUTF8() const;
+    // The wrapped string, still owned by this object.
+    CFStringRef GetCFString() const { return m_string; }
+
+    // The bundle in which keys are looked up; null means the main bundle.
+    // Set once at load time by MyFrameworkInit.
+    static CFBundleRef m_bundle;
+
+private:
+    void Invalidate() const;
+
+    CFMutableStringRef m_string;
+    // Bytes behind the last GetCStringPtr, released when the text changes.
+    mutable CFDataRef m_cstringCache = nullptr;
+};
+
+// The interned CFString of a localization key written as a C literal.
+CFStringRef QelKey(const char* key);
+
+#endif

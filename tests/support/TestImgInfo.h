@@ -1,0 +1,71 @@
+// Test access to an image-information object: its kinds and list indexes
+// can be set before a formatter runs, and stored texts read back as UTF-8.
+#ifndef QEL_TEST_IMG_INFO_H
+#define QEL_TEST_IMG_INFO_H
+
+#include "CQelImgInfo.h"
+#include "CQelString.h"
+
+#include <cstdarg>
+#include <optional>
+#include <string>
+
+class TestImgInfo : public CQelImgInfo {
+public:
+    using CQelImgInfo::m_brtcntListIndex;
+    using CQelImgInfo::m_colorModeListIndex;
+    using CQelImgInfo::m_deviceKind;
+    using CQelImgInfo::m_fileKind;
+    using CQelImgInfo::m_gammaListIndex;
+    using CQelImgInfo::m_saturationListIndex;
+    using CQelImgInfo::m_sharpeningListIndex;
+    using CQelImgInfo::m_wbListIndex;
+    using CQelImgInfo::m_infoDict;
+
+    TestImgInfo& Kinds(SInt32 deviceKind, SInt32 fileKind)
+    {
+        m_deviceKind = deviceKind;
+        m_fileKind = fileKind;
+        return *this;
+    }
+    std::optional<std::string> Title(UInt32 itemID) const
+    {
+        CQelString text;
+        if (!m_infoDict.GetTitle(itemID, &text))
+            return std::nullopt;
+        return text.ToUTF8();
+    }
+    std::optional<std::string> Value(UInt32 itemID) const
+    {
+        CQelString text;
+        if (!m_infoDict.GetValue(itemID, &text))
+            return std::nullopt;
+        return text.ToUTF8();
+    }
+};
+
+// The localized text of a key, as the library's bundle gives it.
+inline std::string L(const char* key)
+{
+    CQelString text;
+    text.LoadString(key);
+    return text.ToUTF8();
+}
+
+// The localized format of a key applied to the arguments.
+inline std::string LF(const char* key, ...)
+{
+    CQelString format;
+    format.LoadString(key);
+    va_list args;
+    va_start(args, key);
+    CFStringRef result = CFStringCreateWithFormatAndArguments(nullptr, nullptr,
+                                                              format.GetCFString(), args);
+    va_end(args);
+    CQelString text(result);
+    if (result)
+        CFRelease(result);
+    return text.ToUTF8();
+}
+
+#endif
