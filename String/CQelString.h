@@ -7,6 +7,7 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 
+#include <cstdarg>
 #include <string>
 
 class CQelString {
@@ -67,10 +68,14 @@ public:
 
 private:
     void Invalidate() const;
+    bool LoadStringWithFormatV(CFStringRef key, va_list arguments);
+    // Takes ownership of `text` (may be null: an empty string) as m_string.
+    void Adopt(CFMutableStringRef text);
 
     CFMutableStringRef m_string;
     // Bytes behind the last GetCStringPtr, released when the text changes.
     mutable CFDataRef m_cstringCache = nullptr;
+    mutable CFStringEncoding m_cstringCacheEncoding = 0;
 };
 
 // The interned CFString of a localization key written as a C literal.

@@ -1,0 +1,141 @@
+#include "CQelInfoDictionary.h"
+
+#include <QelPlatform/TextEncoding.h>
+
+namespace {
+
+// The encodings of the system and of the application at load time, kept for
+// hosts that want to choose one of them; the library itself does not read them.
+[[maybe_unused]] const CFStringEncoding sysEncoding = CFStringGetSystemEncoding();
+[[maybe_unused]] const TextEncoding appEncoding = GetApplicationTextEncoding();
+
+}  // namespace
+
+CQelInfoDictionary::~CQelInfoDictionary()
+{
+    Clear();
+}
+
+CQelInfoDictionary& CQelInfoDictionary::operator=(const CQelInfoDictionary& other)
+{
+    if (this != &other) {
+        m_titleMap = other.m_titleMap;
+        m_valueMap = other.m_valueMap;
+    }
+    return *this;
+}
+
+void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, const CQelString& text)
+{
+    // The last write wins: the earlier text is dropped, the new one copied in.
+    CQelString copy(text);
+    map.erase(id);
+    map.emplace(id, copy);
+}
+
+bool CQelInfoDictionary::GetStringFromMap(const Map& map, UInt32 id, CQelString* out)
+{
+    auto it = map.find(id);
+    if (it == map.end())
+        return false;
+    if (out)
+        *out = it->second;
+    return true;
+}
+
+UInt32 CQelInfoDictionary::GetByteLengthAtIndex(const Map& map, UInt32 id,
+                                                CFStringEncoding encoding)
+{
+    auto it = map.find(id);
+    return it == map.end() ? 0 : it->second.GetByteLength(encoding);
+}
+
+const char* CQelInfoDictionary::GetCStringPtrFromMap(const Map& map, UInt32 id,
+                                                     CFStringEncoding encoding)
+{
+    // The bytes stay valid until the stored text is replaced or cleared.
+    auto it = map.find(id);
+    return it == map.end() ? nullptr : it->second.GetCStringPtr(encoding);
+}
+
+void CQelInfoDictionary::SetTitle(UInt32 id, const CQelString& text)
+{
+    SetStringToMap(m_titleMap, id, text);
+}
+
+void CQelInfoDictionary::SetValue(UInt32 id, const CQelString& text)
+{
+    SetStringToMap(m_valueMap, id, text);
+}
+
+bool CQelInfoDictionary::GetTitle(UInt32 id, CQelString* out) const
+{
+    return GetStringFromMap(m_titleMap, id, out);
+}
+
+bool CQelInfoDictionary::GetValue(UInt32 id, CQelString* out) const
+{
+    return GetStringFromMap(m_valueMap, id, out);
+}
+
+UInt32 CQelInfoDictionary::GetTitleByteLength(UInt32 id, CFStringEncoding encoding) const
+{
+    return GetByteLengthAtIndex(m_titleMap, id, encoding);
+}
+
+UInt32 CQelInfoDictionary::GetValueByteLength(UInt32 id, CFStringEncoding encoding) const
+{
+    return GetByteLengthAtIndex(m_valueMap, id, encoding);
+}
+
+const char* CQelInfoDictionary::GetTitleCStringPtr(UInt32 id, CFStringEncoding encoding) const
+{
+    return GetCStringPtrFromMap(m_titleMap, id, encoding);
+}
+
+const char* CQelInfoDictionary::GetValueCStringPtr(UInt32 id, CFStringEncoding encoding) const
+{
+    return GetCStringPtrFromMap(m_valueMap, id, encoding);
+}
+
+const CQelString* CQelInfoDictionary::FindTitle(UInt32 id) const
+{
+    auto it = m_titleMap.find(id);
+    return it == m_titleMap.end() ? nullptr : &it->second;
+}
+
+const CQelString* CQelInfoDictionary::FindValue(UInt32 id) const
+{
+    auto it = m_valueMap.find(id);
+    return it == m_valueMap.end() ? nullptr : &it->second;
+}
+
+UInt32 CQelInfoDictionary::GetValueCount() const
+{
+    return GetMapCount(&m_valueMap);
+}
+
+UInt32 CQelInfoDictionary::GetMapSize(const Map* map) const
+{
+    return map ? static_cast<UInt32>(map->size()) : 0;
+}
+
+UInt32 CQelInfoDictionary::GetMapCount(const Map* map) const
+{
+    return GetMapSize(map);
+}
+
+void CQelInfoDictionary::CopyMap(const Map* from, Map* to)
+{
+    // Copying a map onto itself changes nothing.
+    if (!from || !to || from == to)
+        return;
+    for (const auto& [id, text] : *from)
+        SetStringToMap(*to, id, text);
+}
+
+void CQelInfoDictionary::Clear()
+{
+    m_titleMap.clear();
+    m_valueMap.clear();
+}

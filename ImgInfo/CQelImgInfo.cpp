@@ -1,0 +1,69 @@
+#include "CQelImgInfo.h"
+
+#include <QelPlatform/TextEncoding.h>
+
+namespace {
+
+// The encodings of the system and of the application at load time, kept for
+// hosts that want to choose one of them; the library itself does not read them.
+[[maybe_unused]] const CFStringEncoding sysEncoding = CFStringGetSystemEncoding();
+[[maybe_unused]] const TextEncoding appEncoding = GetApplicationTextEncoding();
+
+// The text of a key, or an empty text for an empty or missing key.
+CQelString TextOfKey(const char* key)
+{
+    CQelString text;
+    if (key && *key)
+        text.LoadString(key);
+    return text;
+}
+
+}  // namespace
+
+IQelImgInfo* IQelImgInfo::CreateImageInfo()
+{
+    return new CQelImgInfo();
+}
+
+CQelImgInfo::CQelImgInfo() = default;
+
+CQelImgInfo::~CQelImgInfo()
+{
+    m_infoDict.Clear();
+}
+
+void CQelImgInfo::Destroy()
+{
+    delete this;
+}
+
+CQelImgInfo& CQelImgInfo::operator=(const CQelImgInfo& other)
+{
+    if (this == &other)
+        return *this;
+    m_deviceKind = other.m_deviceKind;
+    m_fileKind = other.m_fileKind;
+    m_wbListIndex = other.m_wbListIndex;
+    m_sharpeningListIndex = other.m_sharpeningListIndex;
+    m_brtcntListIndex = other.m_brtcntListIndex;
+    m_gammaListIndex = other.m_gammaListIndex;
+    m_colorModeListIndex = other.m_colorModeListIndex;
+    m_saturationListIndex = other.m_saturationListIndex;
+    m_infoDict = other.m_infoDict;
+    return *this;
+}
+
+void CQelImgInfo::StoreTitle(UInt32 itemID, const char* key)
+{
+    m_infoDict.SetTitle(itemID, TextOfKey(key));
+}
+
+void CQelImgInfo::StoreValue(UInt32 itemID, const CQelString& value)
+{
+    m_infoDict.SetValue(itemID, value);
+}
+
+void CQelImgInfo::StoreValueKey(UInt32 itemID, const char* key)
+{
+    m_infoDict.SetValue(itemID, TextOfKey(key));
+}

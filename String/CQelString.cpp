@@ -1,0 +1,324 @@
+#include "CQelString.h"
+
+#include <QelPlatform/TextEncoding.h>
+
+#include <cstring>
+#include <vector>
+
+namespace {
+
+// The encodings of the system and of the application at load time, kept for
+// hosts that want to choose one of them; the library itself does not read them.
+[[maybe_unused]] const CFStringEncoding sysEncoding = CFStringGetSystemEncoding();
+[[maybe_unused]] const TextEncoding appEncoding = GetApplicationTextEncoding();
+
+// Characters an encoding cannot represent come out as '?'.
+constexpr UInt8 kLossByte = '?';
+
+// Room for a terminator of up to two bytes (8- and 16-bit encodings).
+constexpr UInt32 kTerminatorSlack = 2;
+
+// Zero bytes after the bytes handed out by GetCStringPtr, so that they read
+// as a terminated string in every encoding up to 32-bit units.
+constexpr size_t kPointerTerminator = 4;
+
+CFMutableStringRef NewEmpty()
+{
+    return CFStringCreateMutable(kCFAllocatorDefault, 0);
+}
+
+CFMutableStringRef MutableCopyOf(CFStringRef text)
+{
+    return text ? CFStringCreateMutableCopy(kCFAllocatorDefault, 0, text) : NewEmpty();
+}
+
+// The text to compare with when a string has none.
+CFStringRef TextOrEmpty(CFStringRef text)
+{
+    return text ? text : CFSTR("");
+}
+
+}  // namespace
+
+CFStringRef QelKey(const char* key)
+{
+    return key ? __CFStringMakeConstantString(key) : nullptr;
+}
+
+CQelString::CQelString() : m_string(NewEmpty()) {}
+
+CQelString::CQelString(const CQelString& other) : m_string(MutableCopyOf(other.m_string)) {}
+
+CQelString::CQelString(const char* text, CFStringEncoding encoding) : m_string(NewEmpty())
+{
+    // Hosts never pass null here, but a null text is simply no text.
+    if (text && m_string)
+        CFStringAppendCString(m_string, text, encoding);
+}
+
+CQelString::CQelString(CFStringRef text) : m_string(MutableCopyOf(text)) {}
+
+CQelString::~CQelString()
+{
+    Invalidate();
+    if (m_string)
+        CFRelease(m_string);
+}
+
+CQelString& CQelString::operator=(const CQelString& other)
+{
+    if (this != &other)
+        Adopt(MutableCopyOf(other.m_string));
+    return *this;
+}
+
+void CQelString::Adopt(CFMutableStringRef text)
+{
+    Invalidate();
+    if (m_string)
+        CFRelease(m_string);
+    m_string = text ? text : NewEmpty();
+}
+
+void CQelString::Invalidate() const
+{
+    if (m_cstringCache) {
+        CFRelease(m_cstringCache);
+        m_cstringCache = nullptr;
+    }
+}
+
+CFIndex CQelString::GetLength() const
+{
+    return m_string ? CFStringGetLength(m_string) : 0;
+}
+
+UInt32 CQelString::GetByteLength(CFStringEncoding encoding) const
+{
+    if (!m_string)
+        return 0;
+    return static_cast<UInt32>(CFStringGetMaximumSizeForEncoding(GetLength(), encoding) +
+                               kTerminatorSlack);
+}
+
+UniChar CQelString::GetCharacterAt(CFIndex index) const
+{
+    // A position outside the text answers 0 rather than reading past it.
+    if (index < 0 || index >= GetLength())
+        return 0;
+    return CFStringGetCharacterAtIndex(m_string, index);
+}
+
+bool CQelString::operator==(const CQelString& other) const
+{
+    // Kept inverted on purpose: the comparison result as a truth value, so
+    // equal texts answer false.
+    return CFStringCompare(TextOrEmpty(m_string), TextOrEmpty(other.m_string), 0) !=
+           kCFCompareEqualTo;
+}
+
+UInt32 CQelString::GetCString(char* buffer, UInt32 size, CFStringEncoding encoding) const
+{
+    // A null buffer has nowhere to receive the text: nothing is placed.
+    if (!buffer)
+        return 0;
+    std::memset(buffer, 0, size);
+    if (!m_string)
+        return 0;
+    CFDataRef data = CFStringCreateExternalRepresentation(kCFAllocatorDefault, m_string,
+                                                          encoding, kLossByte);
+    if (!data)
+        return 0;
+    UInt32 placed = 0;
+    const UInt8* bytes = CFDataGetBytePtr(data);
+    const CFIndex length = CFDataGetLength(data);
+    // Whole or nothing: the buffer must exceed the text by the terminator
+    // slack; a text that would only just fit is not delivered.
+    if (bytes && static_cast<UInt64>(size) > static_cast<UInt64>(length) + kTerminatorSlack) {
+        std::memcpy(buffer, bytes, static_cast<size_t>(length));
+        placed = static_cast<UInt32>(length);
+    }
+    CFRelease(data);
+    return placed;
+}
+
+const char* CQelString::GetCStringPtr(CFStringEncoding encoding) const
+{
+    if (m_cstringCache && m_cstringCacheEncoding == encoding)
+        return reinterpret_cast<const char*>(CFDataGetBytePtr(m_cstringCache));
+    Invalidate();
+    if (!m_string)
+        return nullptr;
+    CFDataRef data = CFStringCreateExternalRepresentation(kCFAllocatorDefault, m_string,
+                                                          encoding, kLossByte);
+    if (!data)
+        return nullptr;
+    const UInt8* bytes = CFDataGetBytePtr(data);
+    const CFIndex length = CFDataGetLength(data);
+    if (!bytes && length > 0) {
+        CFRelease(data);
+        return nullptr;
+    }
+    std::vector<UInt8> terminated(static_cast<size_t>(length) + kPointerTerminator, 0);
+    if (length > 0)
+        std::memcpy(terminated.data(), bytes, static_cast<size_t>(length));
+    CFRelease(data);
+    m_cstringCache = CFDataCreate(kCFAllocatorDefault, terminated.data(),
+                                  static_cast<CFIndex>(terminated.size()));
+    m_cstringCacheEncoding = encoding;
+    return m_cstringCache ? reinterpret_cast<const char*>(CFDataGetBytePtr(m_cstringCache))
+                          : nullptr;
+}
+
+bool CQelString::LoadString(CFStringRef key)
+{
+    if (!key)
+        return false;
+    CFBundleRef bundle = m_bundle ? m_bundle : CFBundleGetMainBundle();
+    // Without any bundle the key stands for itself, as it does for a key
+    // that has no translation.
+    CFStringRef text = bundle ? CFBundleCopyLocalizedString(bundle, key, key, nullptr)
+                              : CFStringCreateCopy(kCFAllocatorDefault, key);
+    if (!text)
+        return false;
+    Invalidate();
+    CFStringReplaceAll(m_string, text);
+    CFRelease(text);
+
+    // Texts write a literal ampersand as "&&". Only the first pair is
+    // unescaped; a second pair in the same text stays doubled.
+    CFRange found;
+    if (CFStringFindWithOptions(m_string, CFSTR("&&"), CFRangeMake(0, GetLength()),
+                                kCFCompareCaseInsensitive, &found))
+        CFStringReplace(m_string, found, CFSTR("&"));
+    return true;
+}
+
+bool CQelString::LoadString(const char* key)
+{
+    return LoadString(QelKey(key));
+}
+
+bool CQelString::AppendLoadString(CFStringRef key)
+{
+    CQelString loaded;
+    if (!loaded.LoadString(key))
+        return false;
+    Append(loaded);
+    return true;
+}
+
+bool CQelString::AppendLoadString(const char* key)
+{
+    return AppendLoadString(QelKey(key));
+}
+
+bool CQelString::LoadStringWithFormatV(CFStringRef key, va_list arguments)
+{
+    CQelString format;
+    if (!format.LoadString(key))
+        return false;
+    CFStringRef result = CFStringCreateWithFormatAndArguments(kCFAllocatorDefault, nullptr,
+                                                              format.m_string, arguments);
+    Adopt(MutableCopyOf(result));
+    if (result)
+        CFRelease(result);
+    return true;
+}
+
+bool CQelString::LoadStringWithFormat(CFStringRef key, ...)
+{
+    va_list arguments;
+    va_start(arguments, key);
+    const bool loaded = LoadStringWithFormatV(key, arguments);
+    va_end(arguments);
+    return loaded;
+}
+
+bool CQelString::LoadStringWithFormat(const char* key, ...)
+{
+    va_list arguments;
+    va_start(arguments, key);
+    const bool loaded = LoadStringWithFormatV(QelKey(key), arguments);
+    va_end(arguments);
+    return loaded;
+}
+
+void CQelString::Format(CFStringRef format, ...)
+{
+    CFStringRef result = nullptr;
+    if (format) {
+        va_list arguments;
+        va_start(arguments, format);
+        result = CFStringCreateWithFormatAndArguments(kCFAllocatorDefault, nullptr, format,
+                                                      arguments);
+        va_end(arguments);
+    }
+    Adopt(MutableCopyOf(result));
+    if (result)
+        CFRelease(result);
+}
+
+void CQelString::AppendFormat(CFStringRef format, ...)
+{
+    if (!format || !m_string)
+        return;
+    Invalidate();
+    va_list arguments;
+    va_start(arguments, format);
+    CFStringAppendFormatAndArguments(m_string, nullptr, format, arguments);
+    va_end(arguments);
+}
+
+void CQelString::Append(const CQelString& other)
+{
+    Append(static_cast<CFStringRef>(other.m_string));
+}
+
+void CQelString::Append(const char* text, CFStringEncoding encoding)
+{
+    if (!text || !m_string)
+        return;
+    Invalidate();
+    CFStringAppendCString(m_string, text, encoding);
+}
+
+void CQelString::Append(CFStringRef text)
+{
+    if (!text || !m_string)
+        return;
+    Invalidate();
+    if (text == m_string) {  // appending a string to itself: append a snapshot
+        CFStringRef snapshot = CFStringCreateCopy(kCFAllocatorDefault, text);
+        CFStringAppend(m_string, snapshot);
+        CFRelease(snapshot);
+        return;
+    }
+    CFStringAppend(m_string, text);
+}
+
+CQelString& CQelString::operator+=(const CQelString& other)
+{
+    Append(other);
+    return *this;
+}
+
+void CQelString::Clear()
+{
+    if (!m_string)
+        return;
+    Invalidate();
+    CFStringDelete(m_string, CFRangeMake(0, GetLength()));
+}
+
+std::string CQelString::ToUTF8() const
+{
+    if (!m_string)
+        return std::string();
+    const CFIndex capacity = CFStringGetMaximumSizeForEncoding(GetLength(), kCFStringEncodingUTF8) + 1;
+    std::vector<char> bytes(static_cast<size_t>(capacity > 0 ? capacity : 1), '\0');
+    if (!CFStringGetCString(m_string, bytes.data(), static_cast<CFIndex>(bytes.size()),
+                            kCFStringEncodingUTF8))
+        return std::string();
+    return std::string(bytes.data());
+}
