@@ -101,6 +101,9 @@ public:
     const char* ValueStepToString(const IVandelTagControl::tagStrValueStep* record) const;
     void GetExposureComp(IVandelTagControl* tagControl);
     void GetExposureDiff(IVandelTagControl* tagControl);
+    // The one layout of both: title, then the signed offset in its unit.
+    void GetExposureOffset(IVandelTagControl* tagControl, UInt32 itemID, const char* titleKey,
+                           const char* unitKey);
 
     // Sharpening, picture effects, colour mode (Items/SharpeningEffectsColorMode.cpp)
     void GetSharpening(IVandelTagControl* tagControl);
@@ -195,6 +198,16 @@ protected:
     SInt32 m_gammaListIndex = -1;
     SInt32 m_colorModeListIndex = -1;
     SInt32 m_saturationListIndex = -1;
+
+private:
+    // The value list of an item: its builder and its current-position member.
+    struct ValueList {
+        UInt32 itemID;
+        void (CQelImgInfo::*build)(UInt32, CQelString*, UInt32*, UInt32*);
+        SInt32 CQelImgInfo::*current;
+    };
+    // Null for an item without a value list.
+    static const ValueList* FindValueList(UInt32 itemID);
 };
 
 #endif
