@@ -1,0 +1,334 @@
+// CFBundle: finding bundles and looking up their localized strings.
+//
+// Every table is read on its first use and kept with the bundle; the
+// language is resolved again only when the locale variables change. A
+// repeated lookup costs one pass over the environment, a lock and one
+// hash lookup of the UTF-16 key.
+#include "CFBundleInternal.h"
+
+#include "CFRuntime.h"
+#include "CFStringInternal.h"
+#include "InfoPlist.h"
+#include "StringsFile.h"
+
+#include <dirent.h>
+#include <link.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <mutex>
+#include <unordered_map>
+
+extern char** environ;
+
+namespace {
+
+using qelcf::StringHolder;
+using qelcf::StringTable;
+
+constexpr char kDefaultTable[] = "Localizable";
+constexpr char kFrameworkSuffix[] = ".framework";
+
+// The locale variables, in the order they are consulted.
+constexpr std::array<const char*, 4> kLocaleVariables = {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
+
+// The values of the locale variables (null when unset), found in one
+// pass over the environment.
+std::array<const char*, 4> ReadLocaleVariables()
+{
+    std::array<const char*, 4> values{};
+    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+        const char* text = *entry;
+        if (text[0] != 'L')
+            continue;
+        for (size_t i = 0; i < kLocaleVariables.size(); ++i) {
+            const size_t length = std::strlen(kLocaleVariables[i]);
+            if (values[i] == nullptr && std::strncmp(text, kLocaleVariables[i], length) == 0 &&
+                text[length] == '=')
+                values[i] = text + length + 1;
+        }
+    }
+    return values;
+}
+
+bool IsDirectory(const std::string& path)
+{
+    struct stat info {};
+    return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+std::string DirectoryOf(const std::string& path)
+{
+    const size_t slash = path.rfind('/');
+    if (slash == std::string::npos)
+        return {};
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+std::string ExecutablePath()
+{
+    std::string path(4096, '\0');
+    const ssize_t length = readlink("/proc/self/exe", &path[0], path.size() - 1);
+    if (length <= 0)
+        return {};
+    path.resize(static_cast<size_t>(length));
+    return path;
+}
+
+}  // namespace
+
+struct __CFBundle : qelcf::CFObject {
+    std::string directory;
+    std::string resources;
+    StringHolder identifier;
+    std::string developmentRegion;
+
+    std::mutex lock;
+    // The locale variables the current choice was made for.
+    bool languageKnown = false;
+    std::array<std::string, 4> localeValues;
+    std::array<bool, 4> localeSet{};
+    std::string language;
+    StringTable* defaultTable = nullptr;  // the default table of `language`
+    // Whether "<candidate>.lproj" exists, per language ever asked for.
+    std::unordered_map<std::string, bool> hasLanguage;
+    // Tables by "<language>/<table name>".
+    std::unordered_map<std::string, std::unique_ptr<StringTable>> tables;
+
+    std::u16string Description() const override
+    {
+        std::string text = "CFBundle <" + directory + ">";
+        return std::u16string(text.begin(), text.end());
+    }
+
+    bool HasLanguage(const std::string& candidate)
+    {
+        auto found = hasLanguage.find(candidate);
+        if (found == hasLanguage.end())
+            found = hasLanguage.emplace(candidate, IsDirectory(resources + "/" + candidate + ".lproj")).first;
+        return found->second;
+    }
+
+    // Caller holds `lock`.
+    void ResolveLanguage(const std::array<const char*, 4>& values)
+    {
+        bool same = languageKnown;
+        for (size_t i = 0; i < values.size() && same; ++i)
+            same = (values[i] != nullptr) == localeSet[i] &&
+                   (values[i] == nullptr || localeValues[i] == values[i]);
+        if (same)
+            return;
+        for (size_t i = 0; i < values.size(); ++i) {
+            localeSet[i] = values[i] != nullptr;
+            localeValues[i] = values[i] ? values[i] : "";
+        }
+        language = developmentRegion;
+        for (const std::string& candidate :
+             qelcf::LanguageCandidates(values[0], values[1], values[2], values[3])) {
+            if (HasLanguage(candidate)) {
+                language = candidate;
+                break;
+            }
+        }
+        defaultTable = &Table(kDefaultTable);
+        languageKnown = true;
+    }
+
+    // Caller holds `lock`.
+    StringTable& Table(const std::string& name)
+    {
+        std::unique_ptr<StringTable>& table = tables[language + "/" + name];
+        if (!table)
+            table = qelcf::LoadStringsFile(resources + "/" + language + ".lproj/" + name + ".strings");
+        return *table;
+    }
+};
+
+namespace qelcf {
+
+CFBundleRef CreateBundleAtPath(const std::string& directory)
+{
+    __CFBundle* bundle = CreateObject<__CFBundle>();
+    bundle->directory = directory;
+    bundle->resources = directory + "/Resources";
+    const auto info = ReadInfoPlistFile(bundle->resources + "/Info.plist");
+    auto identifier = info.find("CFBundleIdentifier");
+    if (identifier != info.end())
+        bundle->identifier.reset(CFStringCreateWithCString(nullptr, identifier->second.c_str(),
+                                                           kCFStringEncodingUTF8));
+    auto region = info.find("CFBundleDevelopmentRegion");
+    bundle->developmentRegion = region != info.end() ? region->second : "en";
+    return bundle;
+}
+
+std::vector<std::string> LoadedObjectDirectories()
+{
+    std::vector<std::string> directories;
+    auto add = [&](const std::string& directory) {
+        if (!directory.empty() &&
+            std::find(directories.begin(), directories.end(), directory) == directories.end())
+            directories.push_back(directory);
+    };
+    add(DirectoryOf(ExecutablePath()));
+    std::vector<std::string> objects;
+    dl_iterate_phdr(
+        [](dl_phdr_info* info, size_t, void* data) {
+            if (info->dlpi_name != nullptr && std::strchr(info->dlpi_name, '/') != nullptr)
+                static_cast<std::vector<std::string>*>(data)->push_back(info->dlpi_name);
+            return 0;
+        },
+        &objects);
+    for (const std::string& object : objects) {
+        char resolved[PATH_MAX];
+        add(DirectoryOf(realpath(object.c_str(), resolved) ? std::string(resolved) : object));
+    }
+    return directories;
+}
+
+std::string FindBundleDirectory(const std::vector<std::string>& directories,
+                                const std::string& identifier)
+{
+    const size_t suffixLength = sizeof(kFrameworkSuffix) - 1;
+    for (const std::string& directory : directories) {
+        DIR* listing = opendir(directory.c_str());
+        if (listing == nullptr)
+            continue;
+        std::string found;
+        while (const dirent* entry = readdir(listing)) {
+            const std::string name = entry->d_name;
+            if (name.size() <= suffixLength ||
+                name.compare(name.size() - suffixLength, suffixLength, kFrameworkSuffix) != 0)
+                continue;
+            const std::string candidate = directory + "/" + name;
+            const auto info = ReadInfoPlistFile(candidate + "/Resources/Info.plist");
+            auto id = info.find("CFBundleIdentifier");
+            if (id != info.end() && id->second == identifier) {
+                found = candidate;
+                break;
+            }
+        }
+        closedir(listing);
+        if (!found.empty())
+            return found;
+    }
+    return {};
+}
+
+std::vector<std::string> LanguageCandidates(const char* language, const char* lcAll,
+                                            const char* lcMessages, const char* lang)
+{
+    std::vector<std::string> candidates;
+    auto addLocale = [&](std::string name) {
+        name = name.substr(0, name.find_first_of(".@"));
+        if (name.empty() || name == "C" || name == "POSIX")
+            return;
+        auto add = [&](const std::string& candidate) {
+            if (std::find(candidates.begin(), candidates.end(), candidate) == candidates.end())
+                candidates.push_back(candidate);
+        };
+        add(name);
+        const size_t region = name.find_first_of("_-");
+        if (region != std::string::npos && region > 0)
+            add(name.substr(0, region));
+    };
+    if (language != nullptr) {
+        std::string list = language;
+        size_t start = 0;
+        while (start <= list.size()) {
+            size_t end = list.find(':', start);
+            if (end == std::string::npos)
+                end = list.size();
+            addLocale(list.substr(start, end - start));
+            start = end + 1;
+        }
+    }
+    // The messages locale is the first of these that is set, as in POSIX.
+    for (const char* locale : {lcAll, lcMessages, lang}) {
+        if (locale != nullptr && *locale != '\0') {
+            addLocale(locale);
+            break;
+        }
+    }
+    return candidates;
+}
+
+std::string ChosenLanguage(CFBundleRef bundle)
+{
+    std::lock_guard<std::mutex> guard(bundle->lock);
+    bundle->ResolveLanguage(ReadLocaleVariables());
+    return bundle->language;
+}
+
+}  // namespace qelcf
+
+CFBundleRef CFBundleGetBundleWithIdentifier(CFStringRef bundleID)
+{
+    if (bundleID == nullptr)
+        return nullptr;
+    // Found or not, the answer is kept; found bundles live for the process.
+    static qelcf::NoDestructor<std::mutex> lock;
+    static qelcf::NoDestructor<std::map<std::u16string, CFBundleRef>> known;
+    std::lock_guard<std::mutex> guard(*lock);
+    const std::u16string& key = qelcf::UnitsOf(bundleID);
+    auto found = known->find(key);
+    if (found != known->end())
+        return found->second;
+    const std::string directory =
+        qelcf::FindBundleDirectory(qelcf::LoadedObjectDirectories(), qelcf::EncodeUTF8(key));
+    CFBundleRef bundle = directory.empty() ? nullptr : qelcf::CreateBundleAtPath(directory);
+    if (bundle != nullptr)
+        bundle->immortal = true;
+    known->emplace(key, bundle);
+    return bundle;
+}
+
+CFBundleRef CFBundleGetMainBundle(void)
+{
+    static CFBundleRef mainBundle = [] {
+        CFBundleRef bundle = qelcf::CreateBundleAtPath(DirectoryOf(ExecutablePath()));
+        bundle->immortal = true;
+        return bundle;
+    }();
+    return mainBundle;
+}
+
+CFStringRef CFBundleGetIdentifier(CFBundleRef bundle)
+{
+    return bundle ? bundle->identifier.get() : nullptr;
+}
+
+CFBundleRefNum CFBundleOpenBundleResourceMap(CFBundleRef)
+{
+    // No resource-fork maps here; the Mac answers -1 for a bundle without one.
+    return -1;
+}
+
+void CFBundleCloseBundleResourceMap(CFBundleRef, CFBundleRefNum) {}
+
+CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, CFStringRef key, CFStringRef value,
+                                        CFStringRef tableName)
+{
+    if (key == nullptr)
+        return value ? CFStringCreateCopy(nullptr, value) : CFStringCreateCopy(nullptr, CFSTR(""));
+    if (bundle != nullptr) {
+        std::lock_guard<std::mutex> guard(bundle->lock);
+        bundle->ResolveLanguage(ReadLocaleVariables());
+        const StringTable& table =
+            tableName == nullptr || CFStringGetLength(tableName) == 0
+                ? *bundle->defaultTable
+                : bundle->Table(qelcf::EncodeUTF8(qelcf::UnitsOf(tableName)));
+        if (CFStringRef text = table.Find(qelcf::UnitsOf(key)))
+            return static_cast<CFStringRef>(CFRetain(text));
+    }
+    // Without a translation: the default value, or the key when that is
+    // missing or empty.
+    if (value != nullptr && CFStringGetLength(value) > 0)
+        return CFStringCreateCopy(nullptr, value);
+    return CFStringCreateCopy(nullptr, key);
+}
