@@ -1,0 +1,51 @@
+#include "CFText.h"
+
+#include <memory>
+#include <type_traits>
+#include <vector>
+
+namespace qelinfo {
+
+namespace {
+
+struct CFReleaser {
+    void operator()(CFTypeRef object) const { CFRelease(object); }
+};
+template <class Ref>
+using CFHolder = std::unique_ptr<std::remove_pointer_t<Ref>, CFReleaser>;
+
+// Characters UTF-8 cannot carry (a lone surrogate half) become '?'.
+std::string LossyUTF8(CFStringRef string)
+{
+    constexpr UInt8 kLossByte = '?';
+    CFHolder<CFDataRef> data(
+        CFStringCreateExternalRepresentation(nullptr, string, kCFStringEncodingUTF8, kLossByte));
+    if (!data)
+        return std::string();
+    const auto* bytes = reinterpret_cast<const char*>(CFDataGetBytePtr(data.get()));
+    std::string text(bytes, bytes + CFDataGetLength(data.get()));
+    static const std::string kByteOrderMark = "\xEF\xBB\xBF";
+    if (text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0)
+        text.erase(0, kByteOrderMark.size());
+    return text;
+}
+
+}  // namespace
+
+std::optional<std::string> AdoptCFString(CFStringRef string)
+{
+    if (!string)
+        return std::nullopt;
+    CFHolder<CFStringRef> owned(string);
+    CFIndex maximum = CFStringGetMaximumSizeForEncoding(CFStringGetLength(string),
+                                                        kCFStringEncodingUTF8);
+    if (maximum < 0)
+        return LossyUTF8(string);
+    std::vector<char> buffer(static_cast<size_t>(maximum) + 1);
+    if (CFStringGetCString(string, buffer.data(), static_cast<CFIndex>(buffer.size()),
+                           kCFStringEncodingUTF8))
+        return std::string(buffer.data());
+    return LossyUTF8(string);
+}
+
+}  // namespace qelinfo

@@ -1,0 +1,18 @@
+// CoreFoundation strings handed over by the library, as UTF-8 text.
+#ifndef QELINFO_CFTEXT_H
+#define QELINFO_CFTEXT_H
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <optional>
+#include <string>
+
+namespace qelinfo {
+
+// Takes ownership of a string returned by a Copy... operation: converts it
+// to UTF-8 and releases it. A null string (nothing stored) is nullopt.
+std::optional<std::string> AdoptCFString(CFStringRef string);
+
+}  // namespace qelinfo
+
+#endif

@@ -1,0 +1,51 @@
+// What the library shows for one file, gathered through its public
+// interface right after ReadFileTags, so the renderers need no library calls.
+#ifndef QELINFO_FILE_INFO_H
+#define QELINFO_FILE_INFO_H
+
+#include "IQelImgInfo.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qelinfo {
+
+struct ItemText {
+    UInt32 id = 0;
+    std::optional<std::string> title;  // CopyInfoTitleCFString
+    std::optional<std::string> value;  // CopyInfoValueCFString
+    std::optional<std::string> line;   // CopyInfoCFString: title and value joined
+};
+
+struct GridCell {
+    UInt32 id = 0;                     // 0: an empty cell
+    std::optional<std::string> line;   // CopyLayoutCFString
+};
+
+struct ListEntry {
+    UInt32 raw = 0;
+    std::optional<std::string> text;
+};
+
+struct ValueList {
+    UInt32 id = 0;
+    SInt32 current = -1;
+    std::vector<ListEntry> entries;
+};
+
+struct FileInfo {
+    UInt32 values = 0;                        // what ReadFileTags answered
+    std::vector<ItemText> items;              // every item with a title or value, ascending
+    UInt32 rows = 0;
+    UInt32 cols = 0;
+    std::vector<std::vector<GridCell>> grid;  // rows x cols
+    std::vector<ValueList> lists;             // the six list items, in host order
+};
+
+// Reads the file's tags into `info` and gathers everything it shows.
+FileInfo ReadFileInfo(IQelImgInfo& info, IVandelTagControl& tags);
+
+}  // namespace qelinfo
+
+#endif

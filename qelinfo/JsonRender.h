@@ -1,0 +1,24 @@
+// The JSON rendering: one object per file, on one line, UTF-8.
+//
+//   {"file": "<path as given>", "values": <ReadFileTags result>,
+//    "items": [{"id": 272, "title": "...", "value": "...", "line": "..."}, ...],
+//    "grid": {"rows": 10, "cols": 8, "cells": [[272, 36867, ...], ...]},
+//    "lists": [{"id": 524293, "count": 6, "current": 5,
+//               "entries": [{"raw": 1, "text": "..."}, ...]}, ...]}
+//
+// A file that could not be read: {"file": "<path>", "error": "<reason>"}.
+#ifndef QELINFO_JSON_RENDER_H
+#define QELINFO_JSON_RENDER_H
+
+#include "FileInfo.h"
+
+#include <string>
+
+namespace qelinfo {
+
+std::string JsonLine(const std::string& file, const FileInfo& info);
+std::string JsonErrorLine(const std::string& file, const std::string& reason);
+
+}  // namespace qelinfo
+
+#endif
