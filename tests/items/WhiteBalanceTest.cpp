@@ -1,0 +1,67 @@
+#include "MemoryTagSource.h"
+#include "QelItemIDs.h"
+#include "TestImgInfo.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+namespace {
+
+constexpr UInt32 kFineTuning = 0x8000B;
+constexpr SInt32 kKept = 7;  // a list position left by an earlier file
+
+struct WhiteBalanceRecord {
+    UInt32 mode;
+    SInt32 colorTemperature;
+};
+
+struct BalanceCase {
+    std::optional<WhiteBalanceRecord> record;
+    std::optional<SInt32> fineTuning;
+    SInt32 fileKind;
+    std::string (*expected)();  // null: no value
+    SInt32 listIndex;
+};
+
+const BalanceCase kBalanceCases[] = {
+    {{{0, 0}}, 0, 0, [] { return L("IDS_QEL_WB_AUTO"); }, kKept},
+    {{{1, 0}}, {}, 0, [] { return L("IDS_QEL_WB_INCANDESCENT"); }, 0},
+    {{{6, 0}}, -3, 0, [] { return L("IDS_QEL_WB_CLOUDY") + " -3"; }, 5},
+    {{{8, 5000}}, 1, 0, [] { return LF("IDS_QEL_WB_COLOR_TEMP", 5000) + " +1"; }, kKept},
+    {{{7, 0}}, {}, 1028, [] { return L("IDS_QEL_WB_PRESET"); }, kKept},
+    {{{39, 0}}, {}, 1028, [] { return L("IDS_QEL_WB_PRESET") + " d-2"; }, kKept},
+    {{{71, 0}}, {}, 260, [] { return L("IDS_QEL_WB_PRESET") + " d-4"; }, kKept},
+    {{{39, 0}}, {}, 0, [] { return L("IDS_QEL_WB_PRESET") + " 2"; }, kKept},
+    {{{55, 0}}, -1, 264, [] { return L("IDS_QEL_WB_PRESET") + " 3 -1"; }, kKept},
+    {{{24, 0}}, 2, 0, [] { return std::string("? +2"); }, kKept},
+    {{{87, 0}}, {}, 1028, [] { return std::string("?"); }, kKept},  // slot 5 is no slot
+    {{}, 3, 0, nullptr, kKept},
+};
+
+class WhiteBalanceTest : public ::testing::TestWithParam<BalanceCase> {};
+
+TEST_P(WhiteBalanceTest, ValueAndListIndex)
+{
+    const BalanceCase& c = GetParam();
+    MemoryTagSource tags;
+    if (c.record)
+        tags.Record(QelItem::kWhiteBalance, 266, *c.record);
+    if (c.fineTuning)
+        tags.Int32(kFineTuning, *c.fineTuning);
+    TestImgInfo info;
+    info.Kinds(2, c.fileKind);
+    info.m_wbListIndex = kKept;
+    info.GetWhiteBalance(&tags);
+
+    EXPECT_EQ(info.Title(QelItem::kWhiteBalance), L("IDS_QEL_WB"));
+    EXPECT_EQ(info.Value(QelItem::kWhiteBalance),
+              c.expected ? std::optional(c.expected()) : std::nullopt);
+    EXPECT_EQ(info.m_wbListIndex, c.listIndex);
+    EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+}
+
+INSTANTIATE_TEST_SUITE_P(Modes, WhiteBalanceTest, ::testing::ValuesIn(kBalanceCases));
+
+}  // namespace
