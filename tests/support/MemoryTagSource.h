@@ -145,7 +145,7 @@ public:
     void ClearReads() { m_reads.clear(); }
 
 private:
-    struct CountingError : ITagError {
+    struct CountingError final : ITagError {
         int releases = 0;
         void Release() override { ++releases; }
     };
