@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <deque>
 #include <mutex>
+#include <string_view>
 #include <unordered_map>
 
 using qelcf::CreateObject;
@@ -72,15 +74,22 @@ CFStringRef CreateStringFromUnits(std::u16string units)
 CFStringRef __CFStringMakeConstantString(const char* cStr)
 {
     // Constants are interned by their text and live for the whole process.
-    static qelcf::NoDestructor<std::mutex> lock;
-    static qelcf::NoDestructor<std::unordered_map<std::string, __CFString*>> constants;
-    std::lock_guard<std::mutex> guard(*lock);
-    auto found = constants->find(cStr);
-    if (found != constants->end())
+    // The table's keys view texts kept in a deque, whose elements never move,
+    // so a repeated lookup allocates nothing.
+    struct Constants {
+        std::mutex lock;
+        std::deque<std::string> texts;
+        std::unordered_map<std::string_view, __CFString*> strings;
+    };
+    static qelcf::NoDestructor<Constants> constants;
+    std::lock_guard<std::mutex> guard(constants->lock);
+    auto found = constants->strings.find(std::string_view(cStr));
+    if (found != constants->strings.end())
         return found->second;
-    __CFString* string = NewString(qelcf::DecodeUTF8Lenient(cStr, std::strlen(cStr)), false);
+    const std::string& text = constants->texts.emplace_back(cStr);
+    __CFString* string = NewString(qelcf::DecodeUTF8Lenient(text.data(), text.size()), false);
     string->immortal = true;
-    constants->emplace(cStr, string);
+    constants->strings.emplace(text, string);
     return string;
 }
 

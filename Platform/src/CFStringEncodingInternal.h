@@ -1,6 +1,6 @@
 // Conversion between UTF-16 units and bytes in a CoreFoundation encoding.
 //
-// Unicode encodings are converted here directly; every other encoding goes
+// Unicode encodings are converted directly (UnicodeForms.h); every other encoding goes
 // through an ICU converter that each thread opens once and keeps. An
 // encoding number the layer does not know makes every call fail.
 #ifndef QEL_PLATFORM_CFSTRINGENCODINGINTERNAL_H

@@ -7,6 +7,7 @@
 
 #include "CFRuntime.h"
 
+#include <cstdint>
 #include <string>
 
 struct __CFString : qelcf::CFObject {
@@ -25,6 +26,9 @@ CFStringRef CreateStringFromUnits(std::u16string units);
 
 // UTF-8 bytes decoded leniently: each malformed sequence becomes U+FFFD.
 std::u16string DecodeUTF8Lenient(const char* bytes, size_t length);
+
+// Appends the UTF-8 form of one Unicode scalar value.
+void AppendUTF8(std::string& out, uint32_t scalar);
 
 // UTF-16 units as UTF-8; unpaired surrogates become U+FFFD.
 std::string EncodeUTF8(const std::u16string& units);

@@ -1,6 +1,8 @@
 // String entries of an XML Info.plist.
 #include "InfoPlist.h"
 
+#include "CFStringInternal.h"
+
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -8,26 +10,11 @@
 namespace qelcf {
 namespace {
 
-// Appends the UTF-8 form of a character reference's code point.
+// Appends a character reference's code point; invalid ones are dropped.
 void AppendCodePoint(std::string& out, unsigned long code)
 {
-    if (code == 0 || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF))
-        return;
-    if (code < 0x80) {
-        out += static_cast<char>(code);
-    } else if (code < 0x800) {
-        out += static_cast<char>(0xC0 | (code >> 6));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    } else if (code < 0x10000) {
-        out += static_cast<char>(0xE0 | (code >> 12));
-        out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    } else {
-        out += static_cast<char>(0xF0 | (code >> 18));
-        out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (code & 0x3F));
-    }
+    if (code != 0 && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF))
+        AppendUTF8(out, static_cast<uint32_t>(code));
 }
 
 std::string DecodeEntities(const std::string& text)
