@@ -12,6 +12,7 @@
 #include "StringsFile.h"
 
 #include <dirent.h>
+#include <dlfcn.h>
 #include <link.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -177,6 +178,12 @@ std::vector<std::string> LoadedObjectDirectories()
     };
     add(DirectoryOf(ExecutablePath()));
     std::vector<std::string> objects;
+    // The object holding this code first: when the library is being loaded,
+    // its own directory is the one that holds its framework.
+    Dl_info self{};
+    if (dladdr(reinterpret_cast<void*>(&LoadedObjectDirectories), &self) != 0 && self.dli_fname != nullptr &&
+        std::strchr(self.dli_fname, '/') != nullptr)
+        objects.push_back(self.dli_fname);
     dl_iterate_phdr(
         [](dl_phdr_info* info, size_t, void* data) {
             if (info->dlpi_name != nullptr && std::strchr(info->dlpi_name, '/') != nullptr)

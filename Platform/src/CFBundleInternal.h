@@ -21,7 +21,7 @@ namespace qelcf {
 CFBundleRef CreateBundleAtPath(const std::string& directory);
 
 // The directories of the running program and of every loaded shared
-// object, each once, the program's first.
+// object, each once: the program's, then the one holding this code.
 std::vector<std::string> LoadedObjectDirectories();
 
 // The first "<dir>/*.framework" whose Info.plist has the identifier; empty

@@ -5,7 +5,11 @@
 #include "TempTree.h"
 
 #include <gtest/gtest.h>
+#include <unicode/ucnv.h>
 
+#include <dlfcn.h>
+
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdlib>
@@ -222,6 +226,13 @@ TEST(Bundle, TheBuildTreeFrameworkIsFoundBesideTheProgram)
 {
     const std::vector<std::string> directories = qelcf::LoadedObjectDirectories();
     ASSERT_FALSE(directories.empty());
+    // Installed, the framework sits beside the shared library rather than
+    // the program: the directories of loaded libraries are searched too.
+    Dl_info icu{};
+    ASSERT_NE(dladdr(reinterpret_cast<void*>(&ucnv_open), &icu), 0);
+    const std::string icuDirectory = std::filesystem::canonical(icu.dli_fname).parent_path().string();
+    EXPECT_NE(std::find(directories.begin(), directories.end(), icuDirectory), directories.end())
+        << icuDirectory;
     CFBundleRef framework = CFBundleGetBundleWithIdentifier(CFSTR("org.qelimginfo.QelImgInfo"));
     ASSERT_NE(framework, nullptr) << "QelImgInfo.framework beside " << directories.front();
     EXPECT_EQ(CFBundleGetBundleWithIdentifier(CFSTR("org.qelimginfo.QelImgInfo")), framework);
