@@ -403,7 +403,7 @@ std::unique_ptr<ExivTagSource> ExivTagSource::FromFile(const std::string& path)
     try {
         auto image = Exiv2::ImageFactory::open(path);
         if (!image.get())
-            throw TagSourceError("not an image");
+            throw TagSourceError("not a readable image");
         image->readMetadata();
         const Exiv2::ExifData& exif = image->exifData();
         for (const ExifTag& entry : kExifTags)
@@ -415,12 +415,12 @@ std::unique_ptr<ExivTagSource> ExivTagSource::FromFile(const std::string& path)
         // Only fills in what PixelX/YDimension left open.
         AddImageSize(*source, *image);
     } catch (const Exiv2::AnyError& error) {
-        throw TagSourceError(error.what());
+        throw TagSourceError(std::string("not a readable image: ") + error.what());
     } catch (const TagSourceError&) {
         throw;
     } catch (const std::exception& error) {
         // exiv2 reports some damaged files through the standard exceptions.
-        throw TagSourceError(std::string("damaged image: ") + error.what());
+        throw TagSourceError(std::string("not a readable image: damaged (") + error.what() + ")");
     }
     return source;
 }

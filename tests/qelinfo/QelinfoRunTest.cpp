@@ -1,0 +1,400 @@
+// qelinfo run as a user runs it: the JSON contract on the shipped samples,
+// value lists carried from file to file, failing files, the command line,
+// the text rendering and images written by exiv2.
+#include "QelinfoTestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <set>
+#include <sstream>
+
+namespace {
+
+using nlohmann::json;
+using qelinfo_test::RunQelinfo;
+using qelinfo_test::ScratchFolder;
+using qelinfo_test::TalvoTagFile;
+
+const std::string kSamples = QELINFO_SAMPLES_DIR;
+// The six list items in the order of the JSON contract.
+constexpr std::array<uint32_t, 6> kListItems = {0x80005, 0x80006, 0x80080, 0x80081, 0x8008D, 0x800AA};
+
+bool HasRawKey(const json& text)
+{
+    return text.is_string() && text.get<std::string>().find("IDS_QEL_") != std::string::npos;
+}
+
+void ExpectTextOrNull(const json& text, const std::string& where)
+{
+    EXPECT_TRUE(text.is_null() || text.is_string()) << where;
+    EXPECT_FALSE(HasRawKey(text)) << where << ": " << text;
+}
+
+// Everything the contract promises about one file's object.
+void ExpectContract(const json& object, uint32_t rows, uint32_t cols)
+{
+    std::set<std::string> keys;
+    for (const auto& item : object.items())
+        keys.insert(item.key());
+    EXPECT_EQ(keys, (std::set<std::string>{"file", "values", "items", "grid", "lists"}));
+
+    uint32_t previous = 0;
+    size_t withValue = 0;
+    for (const json& item : object["items"]) {
+        EXPECT_EQ(item.size(), 4u) << item;
+        uint32_t id = item["id"];
+        EXPECT_GT(id, previous) << "items ascend";
+        previous = id;
+        EXPECT_TRUE(!item["title"].is_null() || !item["value"].is_null()) << item;
+        for (const char* key : {"title", "value", "line"})
+            ExpectTextOrNull(item[key], std::to_string(id) + " " + key);
+        withValue += item["value"].is_null() ? 0 : 1;
+    }
+    // Every stored value is found by asking the shared list of item IDs.
+    EXPECT_EQ(object["values"].get<size_t>(), withValue);
+
+    const json& grid = object["grid"];
+    EXPECT_EQ(grid["rows"], rows);
+    EXPECT_EQ(grid["cols"], cols);
+    ASSERT_EQ(grid["cells"].size(), rows);
+    for (const json& row : grid["cells"])
+        EXPECT_EQ(row.size(), cols);
+
+    ASSERT_EQ(object["lists"].size(), kListItems.size());
+    for (size_t i = 0; i < kListItems.size(); ++i) {
+        const json& list = object["lists"][i];
+        EXPECT_EQ(list["id"], kListItems[i]);
+        EXPECT_EQ(list["count"], list["entries"].size());
+        EXPECT_GE(list["current"].get<int>(), -1);
+        EXPECT_LT(list["current"].get<int>(), list["count"].get<int>());
+        for (const json& entry : list["entries"]) {
+            EXPECT_TRUE(entry["raw"].is_number_unsigned());
+            ExpectTextOrNull(entry["text"], "list entry");
+        }
+    }
+}
+
+struct SampleCase {
+    const char* file;
+    uint32_t rows;
+    uint32_t cols;
+};
+
+class Sample : public ::testing::TestWithParam<SampleCase> {};
+
+TEST_P(Sample, FollowsTheJsonContractInItsDevicesGrid)
+{
+    std::string path = kSamples + "/" + GetParam().file;
+    auto run = RunQelinfo({"--format", "json", path});
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.err, "");
+    auto objects = run.Objects();
+    ASSERT_EQ(objects.size(), 1u);
+    EXPECT_EQ(objects[0]["file"], path);
+    ExpectContract(objects[0], GetParam().rows, GetParam().cols);
+}
+
+INSTANTIATE_TEST_SUITE_P(Shipped, Sample,
+                         ::testing::Values(SampleCase{"talvo-q77.json", 10, 8},
+                                           SampleCase{"merivax-e5400.json", 6, 4},
+                                           SampleCase{"merivax-4800-movie.json", 6, 4},
+                                           SampleCase{"talvo-filmscan-f40.json", 6, 4},
+                                           SampleCase{"talvo-q77-harbour.jpg", 10, 8}),
+                         [](const auto& info) {
+                             std::string name = info.param.file;
+                             std::replace_if(name.begin(), name.end(),
+                                             [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); }, '_');
+                             return name;
+                         });
+
+std::vector<int> CurrentIndexes(const json& object)
+{
+    std::vector<int> indexes;
+    for (const json& list : object["lists"])
+        indexes.push_back(list["current"]);
+    return indexes;
+}
+
+// The settings of one file and the list positions after reading it, in the
+// order white balance, sharpening, brightness/contrast, tone, colour mode,
+// saturation.
+struct ListStep {
+    std::string tagFile;
+    std::vector<int> current;
+    int sharpeningCount;
+};
+
+TEST(ValueLists, PositionsCarryOverFromFileToFileInOneRun)
+{
+    const std::vector<ListStep> steps = {
+        {TalvoTagFile("TALVO Q77", 1028, R"(
+            {"id": "0x80005", "type": 266, "ints": [6, 0]}, {"id": "0x80006", "type": 3, "ints": [2]},
+            {"id": "0x80081", "type": 3, "ints": [0]}, {"id": "0x8008D", "type": 3, "ints": [1]},
+            {"id": "0x800AA", "type": 3, "ints": [2]})"),
+         {5, 3, -1, 2, 0, 1}, 6},
+        // Auto white balance and automatic tone have no list entry: the SLR's survive.
+        {TalvoTagFile("MERIVAX E5400", 515, R"(
+            {"id": "0x80004", "type": 3, "ints": [2]},
+            {"id": "0x80005", "type": 266, "ints": [0, 0]}, {"id": "0x80006", "type": 3, "ints": [1]},
+            {"id": "0x80081", "type": 3, "ints": [4]})"),
+         {5, 1, -1, 2, 0, 1}, 4},
+        {TalvoTagFile("TALVO Q77", 1028, R"(
+            {"id": "0x80005", "type": 266, "ints": [3, 0]}, {"id": "0x80006", "type": 3, "ints": [9]},
+            {"id": "0x80081", "type": 3, "ints": [16]}, {"id": "0x8008D", "type": 3, "ints": [6]},
+            {"id": "0x800B3", "type": 3, "ints": [4]}, {"id": "0x800AA", "type": 3, "ints": [4]})"),
+         {2, 1, -1, 5, 8, 1}, 6},
+    };
+    ScratchFolder folder;
+    std::vector<std::string> arguments = {"--format", "json"};
+    for (size_t i = 0; i < steps.size(); ++i)
+        arguments.push_back(folder.Write("file" + std::to_string(i) + ".json", steps[i].tagFile));
+
+    auto run = RunQelinfo(arguments);
+    ASSERT_EQ(run.status, 0) << run.err;
+    auto objects = run.Objects();
+    ASSERT_EQ(objects.size(), steps.size());
+    for (size_t i = 0; i < steps.size(); ++i) {
+        EXPECT_EQ(CurrentIndexes(objects[i]), steps[i].current) << "after file " << i;
+        EXPECT_EQ(objects[i]["lists"][1]["count"], steps[i].sharpeningCount) << "file " << i;
+    }
+
+    // Read alone, the last file keeps nothing from the others.
+    auto alone = RunQelinfo({"--format", "json", arguments.back()});
+    ASSERT_EQ(alone.status, 0);
+    EXPECT_EQ(CurrentIndexes(alone.Objects().at(0)), (std::vector<int>{2, -1, -1, 5, 8, -1}));
+}
+
+// A file that cannot be read, and what its reason must mention.
+struct FailureCase {
+    const char* name;
+    std::string (*make)(const ScratchFolder&);
+    const char* mention;
+};
+
+class FailingFile : public ::testing::TestWithParam<FailureCase> {};
+
+TEST_P(FailingFile, IsReportedOnceAndTheNextFileIsStillShown)
+{
+    ScratchFolder folder;
+    std::string bad = GetParam().make(folder);
+    std::string good = kSamples + "/merivax-e5400.json";
+
+    auto run = RunQelinfo({"--format", "json", bad, good});
+    EXPECT_EQ(run.status, 1);
+    ASSERT_EQ(run.ErrLines().size(), 1u) << run.err;
+    EXPECT_NE(run.err.find(bad), std::string::npos) << run.err;
+    EXPECT_NE(run.err.find(GetParam().mention), std::string::npos) << run.err;
+    auto objects = run.Objects();
+    ASSERT_EQ(objects.size(), 2u);
+    EXPECT_EQ(objects[0], (json{{"file", bad}, {"error", objects[0]["error"]}}));
+    EXPECT_NE(objects[0]["error"].get<std::string>().find(GetParam().mention), std::string::npos);
+    EXPECT_EQ(objects[1]["file"], good);
+    EXPECT_TRUE(objects[1].contains("values"));
+
+    auto text = RunQelinfo({good, bad});
+    EXPECT_EQ(text.status, 1);
+    EXPECT_EQ(text.ErrLines().size(), 1u) << text.err;
+    EXPECT_EQ(text.OutLines().at(0), good);
+    EXPECT_EQ(text.out.find(bad), std::string::npos) << "a failed file prints nothing on stdout";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, FailingFile,
+    ::testing::Values(
+        FailureCase{"Missing", [](const ScratchFolder& f) { return f.Path() + "/gone.jpg"; }, "No such file"},
+        FailureCase{"MissingTagFile", [](const ScratchFolder& f) { return f.Path() + "/gone.json"; }, "No such file"},
+        FailureCase{"EmptyTagFile", [](const ScratchFolder& f) { return f.Write("empty.json", ""); }, "empty"},
+        FailureCase{"EmptyImage", [](const ScratchFolder& f) { return f.Write("empty.jpg", ""); }, "empty"},
+        FailureCase{"Directory", [](const ScratchFolder& f) { return f.Path(); }, "directory"},
+        FailureCase{"NotAnImage", [](const ScratchFolder& f) { return f.Write("notes.png", "shopping list\n"); },
+                    "not a readable image"},
+        FailureCase{"JsonSyntax",
+                    [](const ScratchFolder& f) { return f.Write("syntax.json", "{\"tags\": [\n  {\"id\": 272,,}]}"); },
+                    "line 2, column 14"},
+        FailureCase{"DuplicateID",
+                    [](const ScratchFolder& f) {
+                        return f.Write("twice.json", TalvoTagFile("TALVO Q77", 1028,
+                                                                  R"({"id": 272, "type": 2, "text": "Q"})"));
+                    },
+                    "twice"},
+        FailureCase{"BadPayload",
+                    [](const ScratchFolder& f) {
+                        return f.Write("payload.json", TalvoTagFile("TALVO Q77", 1028,
+                                                                    R"({"id": "0x80005", "type": 266, "ints": "6"})"));
+                    },
+                    "tag 0x80005"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+struct CommandCase {
+    const char* name;
+    std::vector<std::string> arguments;
+    int status;
+    const char* stdoutMention;  // nullptr: stdout stays empty
+};
+
+class CommandLine : public ::testing::TestWithParam<CommandCase> {};
+
+TEST_P(CommandLine, AnswersWithItsExitStatus)
+{
+    auto run = RunQelinfo(GetParam().arguments);
+    EXPECT_EQ(run.status, GetParam().status) << run.err;
+    if (GetParam().stdoutMention) {
+        EXPECT_NE(run.out.find(GetParam().stdoutMention), std::string::npos) << run.out;
+    } else {
+        EXPECT_EQ(run.out, "");
+    }
+    if (GetParam().status == 2) {
+        EXPECT_FALSE(run.err.empty());
+    }
+}
+
+const std::string kCompact = kSamples + "/merivax-e5400.json";
+
+INSTANTIATE_TEST_SUITE_P(
+    Arguments, CommandLine,
+    ::testing::Values(CommandCase{"NoFile", {}, 2, nullptr},
+                      CommandCase{"UnknownOption", {"--bogus", kCompact}, 2, nullptr},
+                      CommandCase{"UnknownFormat", {"--format", "xml", kCompact}, 2, nullptr},
+                      CommandCase{"FormatWithoutValue", {kCompact, "--format"}, 2, nullptr},
+                      CommandCase{"LangWithoutValue", {kCompact, "--lang"}, 2, nullptr},
+                      CommandCase{"Help", {"--help"}, 0, "Usage"},
+                      CommandCase{"Version", {"--version"}, 0, "qelinfo "},
+                      CommandCase{"LangAndFormatJoined", {"--lang=en", "--format=json", kCompact}, 0, "\"lists\""},
+                      CommandCase{"DashesEndOptions", {"--", "--all"}, 1, nullptr}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+std::string Collapsed(const std::string& line)
+{
+    std::istringstream words(line);
+    std::string collapsed;
+    for (std::string word; words >> word;)
+        collapsed += (collapsed.empty() ? "" : " ") + word;
+    return collapsed;
+}
+
+TEST(TextRendering, ShowsEveryNonEmptyCellColumnByColumn)
+{
+    std::string path = kSamples + "/talvo-q77.json";
+    json object = RunQelinfo({"--format", "json", path}).Objects().at(0);
+    std::vector<std::string> expected;
+    for (size_t col = 0; col < object["grid"]["cols"]; ++col)
+        for (const json& row : object["grid"]["cells"]) {
+            uint32_t id = row[col];
+            for (const json& item : object["items"])
+                if (item["id"] == id && item["line"].is_string() && !Collapsed(item["line"]).empty())
+                    expected.push_back(Collapsed(item["line"]));
+        }
+    ASSERT_GT(expected.size(), 30u);
+
+    auto text = RunQelinfo({path});
+    ASSERT_EQ(text.status, 0);
+    auto lines = text.OutLines();
+    ASSERT_FALSE(lines.empty());
+    EXPECT_EQ(lines[0], path);
+    std::vector<std::string> shown;
+    for (size_t i = 1; i < lines.size(); ++i)
+        if (!Collapsed(lines[i]).empty())
+            shown.push_back(Collapsed(lines[i]));
+    EXPECT_EQ(shown, expected);
+    EXPECT_EQ(text.out.find("IDS_QEL_"), std::string::npos);
+
+    auto all = RunQelinfo({"--all", path});
+    for (const json& item : object["items"]) {
+        char id[16];
+        std::snprintf(id, sizeof id, "0x%X ", item["id"].get<unsigned>());
+        EXPECT_NE(all.out.find(id), std::string::npos) << id;
+    }
+}
+
+// Images written by exiv2: where each Exif tag ends up once the library has
+// read it.
+TEST(Images, StandardTagsAndGPSReachTheSLRGrid)
+{
+    ScratchFolder folder;
+    std::string path = folder.WriteJpeg(
+        "dawn.jpg", {{"Exif.Image.Make", "Ascii", "TALVO CORPORATION"},
+                     {"Exif.Image.Model", "Ascii", "TALVO Q77"},
+                     {"Exif.Photo.DateTimeOriginal", "Ascii", "2006:05:20 05:41:12"},
+                     {"Exif.Photo.ExposureTime", "Rational", "1/125"},
+                     {"Exif.Photo.FNumber", "Rational", "56/10"},
+                     {"Exif.Photo.ExposureBiasValue", "SRational", "-2/3"},
+                     {"Exif.Photo.ISOSpeedRatings", "Short", "400"},
+                     {"Exif.Photo.WhiteBalance", "Short", "1"},
+                     {"Exif.Photo.LightSource", "Short", "10"},
+                     {"Exif.Photo.UserComment", "Comment", "charset=Ascii Harbour at dawn"},
+                     {"Exif.GPSInfo.GPSLatitudeRef", "Ascii", "N"},
+                     {"Exif.GPSInfo.GPSLatitude", "Rational", "53/1 32/1 402/10"},
+                     {"Exif.GPSInfo.GPSLongitudeRef", "Ascii", "W"},
+                     {"Exif.GPSInfo.GPSLongitude", "Rational", "9/1 59/1 24/10"},
+                     {"Exif.GPSInfo.GPSAltitude", "Rational", "12/1"},
+                     {"Exif.GPSInfo.GPSTimeStamp", "Rational", "3/1 41/1 12/1"},
+                     {"Exif.GPSInfo.GPSImgDirectionRef", "Ascii", "T"},
+                     {"Exif.GPSInfo.GPSImgDirection", "Rational", "2705/10"}});
+    auto run = RunQelinfo({"--format", "json", path});
+    ASSERT_EQ(run.status, 0) << run.err;
+    json object = run.Objects().at(0);
+    ExpectContract(object, 10, 8);
+
+    auto value = [&](uint32_t id) {
+        for (const json& item : object["items"])
+            if (item["id"] == id)
+                return item["value"].is_string() ? item["value"].get<std::string>() : std::string("<null>");
+        return std::string("<absent>");
+    };
+    for (uint32_t gps : {0x30002u, 0x30004u, 0x30006u, 0x30007u, 0x30011u})
+        EXPECT_NE(value(gps).find_first_of("0123456789"), std::string::npos) << gps << ": " << value(gps);
+    EXPECT_NE(value(0x30002).find("53"), std::string::npos);
+    EXPECT_NE(value(0x30004).find('9'), std::string::npos);
+    EXPECT_EQ(value(0x9286), "Harbour at dawn");
+    EXPECT_NE(value(0x80002).find("400"), std::string::npos);
+    EXPECT_NE(value(0x9204).find("0.7"), std::string::npos);
+    EXPECT_NE(value(0x829A).find("125"), std::string::npos);
+    EXPECT_EQ(object["lists"][0]["current"], 5) << "cloudy is the sixth white-balance entry";
+
+    // Maker tags are not in an image: the lens item has its title alone, and
+    // still counts among the items.
+    auto lens = std::find_if(object["items"].begin(), object["items"].end(),
+                             [](const json& item) { return item["id"] == 0x80084; });
+    ASSERT_NE(lens, object["items"].end());
+    EXPECT_TRUE((*lens)["title"].is_string());
+    EXPECT_TRUE((*lens)["value"].is_null());
+}
+
+TEST(Images, OddValuesLeaveItemsWithoutValuesAndNeverFail)
+{
+    ScratchFolder folder;
+    std::string odd = folder.WriteJpeg(
+        "odd.jpg", {{"Exif.Image.Make", "Ascii", "TALVO CORPORATION"},
+                    {"Exif.Image.Model", "Ascii", "TALVO Q77"},
+                    {"Exif.Photo.ExposureTime", "Rational", "1/0"},
+                    {"Exif.Photo.ExposureBiasValue", "SRational", "7/0"},
+                    {"Exif.Photo.MeteringMode", "Short", "255"},
+                    {"Exif.Photo.UserComment", "Comment", "charset=Ascii "},
+                    {"Exif.GPSInfo.GPSLatitudeRef", "Ascii", "X"},
+                    {"Exif.GPSInfo.GPSLatitude", "Rational", "0/0 0/0 0/0"},
+                    {"Exif.GPSInfo.GPSImgDirectionRef", "Ascii", "Q"},
+                    {"Exif.GPSInfo.GPSImgDirection", "Rational", "90/1"}});
+    std::string otherMaker = folder.WriteJpeg("other.jpg", {{"Exif.Image.Make", "Ascii", "ELSEWHERE"},
+                                                            {"Exif.Image.Model", "Ascii", "EW-1"}});
+    std::string bare = folder.WriteJpeg("bare.jpg", {});
+
+    auto run = RunQelinfo({"--format", "json", odd, otherMaker, bare});
+    ASSERT_EQ(run.status, 0) << run.err;
+    auto objects = run.Objects();
+    ASSERT_EQ(objects.size(), 3u);
+    ExpectContract(objects[0], 10, 8);
+    ExpectContract(objects[1], 6, 3);
+    ExpectContract(objects[2], 0, 0);
+    for (const json& item : objects[0]["items"]) {
+        uint32_t id = item["id"];
+        if (id == 0x829A || id == 0x9204 || id == 0x30002 || id == 0x30011) {
+            EXPECT_TRUE(item["value"].is_null()) << id << ": " << item;
+        }
+    }
+}
+
+}  // namespace
