@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <optional>
@@ -29,9 +28,12 @@ struct PayloadKey {
 };
 
 constexpr PayloadKey kPayloadKeys[] = {
-    {"text", Payload::kText},       {"ints", Payload::kInts},
-    {"u16", Payload::kU16},         {"doubles", Payload::kDoubles},
-    {"valueStep", Payload::kValueStep}, {"bytes", Payload::kBytes},
+    {"text", Payload::kText},
+    {"ints", Payload::kInts},
+    {"u16", Payload::kU16},
+    {"doubles", Payload::kDoubles},
+    {"valueStep", Payload::kValueStep},
+    {"bytes", Payload::kBytes},
     {"hex", Payload::kHex},
 };
 
