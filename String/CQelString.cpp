@@ -235,13 +235,16 @@ bool CQelString::LoadStringWithFormat(CFStringRef key, ...)
     return loaded;
 }
 
-bool CQelString::LoadStringWithFormat(const char* key, ...)
+bool CQelString::LoadStringWithArguments(const char* key, const qel::FormatArgument* arguments,
+                                         size_t count)
 {
-    va_list arguments;
-    va_start(arguments, key);
-    const bool loaded = LoadStringWithFormatV(QelKey(key), arguments);
-    va_end(arguments);
-    return loaded;
+    CQelString format;
+    if (!format.LoadString(key))
+        return false;
+    CFMutableStringRef result = CFStringCreateMutable(kCFAllocatorDefault, 0);
+    qel::AppendFormatted(result, format.m_string, arguments, count);
+    Adopt(result);
+    return true;
 }
 
 void CQelString::Format(CFStringRef format, ...)

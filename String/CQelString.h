@@ -7,6 +7,8 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 
+#include "FormatArguments.h"
+
 #include <cstdarg>
 #include <string>
 
@@ -47,7 +49,17 @@ public:
     // Loads `key` and uses its text as a printf-style format for the
     // arguments. On a failed lookup the text stays unchanged.
     bool LoadStringWithFormat(CFStringRef key, ...);
-    bool LoadStringWithFormat(const char* key, ...);
+    // The same for the library's own keys, with arguments of known types, so
+    // a translation can pick any of them by position and never reads one
+    // that was not passed (FormatArguments.h).
+    template <class... Arguments>
+    bool LoadStringWithFormat(const char* key, Arguments... arguments)
+    {
+        const qel::FormatArgument list[] = {arguments..., qel::FormatArgument(0)};
+        return LoadStringWithArguments(key, list, sizeof...(Arguments));
+    }
+    bool LoadStringWithArguments(const char* key, const qel::FormatArgument* arguments,
+                                 size_t count);
 
     void Format(CFStringRef format, ...);
     void AppendFormat(CFStringRef format, ...);

@@ -6,7 +6,6 @@
 #include "CQelImgInfo.h"
 #include "CQelString.h"
 
-#include <cstdarg>
 #include <optional>
 #include <string>
 
@@ -53,18 +52,11 @@ inline std::string L(const char* key)
 }
 
 // The localized format of a key applied to the arguments.
-inline std::string LF(const char* key, ...)
+template <class... Arguments>
+std::string LF(const char* key, Arguments... arguments)
 {
-    CQelString format;
-    format.LoadString(key);
-    va_list args;
-    va_start(args, key);
-    CFStringRef result = CFStringCreateWithFormatAndArguments(nullptr, nullptr,
-                                                              format.GetCFString(), args);
-    va_end(args);
-    CQelString text(result);
-    if (result)
-        CFRelease(result);
+    CQelString text;
+    text.LoadStringWithFormat(key, arguments...);
     return text.ToUTF8();
 }
 

@@ -1,0 +1,281 @@
+#include "FormatArguments.h"
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace qel {
+namespace {
+
+// One conversion as written in the format, without its position.
+struct Conversion {
+    size_t position = 0;     // 1-based argument, 0 when taken in order
+    std::string flags;
+    std::string width;       // digits, or "*"
+    size_t widthPosition = 0;
+    std::string precision;   // "" absent, ".", ".5" or ".*"
+    size_t precisionPosition = 0;
+    std::string length;      // hh h l ll q L z t j
+    char conversion = 0;
+};
+
+// Widths and precisions beyond four digits are not honoured: no display
+// cell holds them, and printing them would only cost memory.
+constexpr size_t kMaxDigits = 4;
+
+bool IsDigit(UniChar c) { return c >= '0' && c <= '9'; }
+
+// Reads "123$" at `i`; answers the number and moves past the '$', or 0.
+size_t ReadPosition(const std::vector<UniChar>& text, size_t& i)
+{
+    size_t j = i, value = 0;
+    while (j < text.size() && IsDigit(text[j]) && value < 1000)
+        value = value * 10 + (text[j++] - '0');
+    if (j > i && j < text.size() && text[j] == '$' && value > 0) {
+        i = j + 1;
+        return value;
+    }
+    return 0;
+}
+
+void AppendASCII(CFMutableStringRef out, const std::string& text)
+{
+    CFStringAppendCString(out, text.c_str(), kCFStringEncodingASCII);
+}
+
+// A C string in the system encoding; bytes that are not UTF-8 are taken as
+// Latin-1 so the text still shows.
+void AppendCString(CFMutableStringRef out, const char* text)
+{
+    if (!text)
+        return;
+    CFStringRef converted = CFStringCreateWithCString(kCFAllocatorDefault, text, kCFStringEncodingUTF8);
+    if (!converted)
+        converted = CFStringCreateWithCString(kCFAllocatorDefault, text, kCFStringEncodingISOLatin1);
+    if (converted) {
+        CFStringAppend(out, converted);
+        CFRelease(converted);
+    }
+}
+
+template <class... Values>
+std::string Print(const std::string& spec, Values... values)
+{
+    int needed = std::snprintf(nullptr, 0, spec.c_str(), values...);
+    if (needed <= 0)
+        return {};
+    std::string result(static_cast<size_t>(needed) + 1, '\0');
+    std::snprintf(&result[0], result.size(), spec.c_str(), values...);
+    result.resize(static_cast<size_t>(needed));
+    return result;
+}
+
+// The argument in its own plain form.
+void AppendPlain(CFMutableStringRef out, const FormatArgument& argument)
+{
+    switch (argument.kind) {
+    case FormatArgument::Kind::Signed:
+        AppendASCII(out, Print("%lld", argument.integer));
+        break;
+    case FormatArgument::Kind::Unsigned:
+        AppendASCII(out, Print("%llu", static_cast<unsigned long long>(argument.integer)));
+        break;
+    case FormatArgument::Kind::Double:
+        AppendASCII(out, Print("%f", argument.real));
+        break;
+    case FormatArgument::Kind::CString:
+        AppendCString(out, argument.text);
+        break;
+    case FormatArgument::Kind::CFString:
+        if (argument.string)
+            CFStringAppend(out, argument.string);
+        break;
+    }
+}
+
+bool IsInteger(const FormatArgument& a)
+{
+    return a.kind == FormatArgument::Kind::Signed || a.kind == FormatArgument::Kind::Unsigned;
+}
+
+// An integer argument narrowed as the length modifier says, the way a C
+// variable argument of that size would be read.
+long long Narrowed(const FormatArgument& a, const std::string& length, bool isSigned)
+{
+    unsigned long long bits = static_cast<unsigned long long>(a.integer);
+    if (length == "hh")
+        return isSigned ? static_cast<long long>(static_cast<signed char>(bits))
+                        : static_cast<long long>(static_cast<unsigned char>(bits));
+    if (length == "h")
+        return isSigned ? static_cast<long long>(static_cast<short>(bits))
+                        : static_cast<long long>(static_cast<unsigned short>(bits));
+    if (length.empty())
+        return isSigned ? static_cast<long long>(static_cast<int>(bits))
+                        : static_cast<long long>(static_cast<unsigned>(bits));
+    return static_cast<long long>(bits);  // l, ll, q, z, t, j: the full 64 bits
+}
+
+class Formatter {
+public:
+    Formatter(CFMutableStringRef out, const FormatArgument* arguments, size_t count)
+        : m_out(out), m_arguments(arguments), m_count(count)
+    {
+    }
+
+    void Run(const std::vector<UniChar>& text)
+    {
+        size_t literal = 0, i = 0;
+        while (i < text.size()) {
+            if (text[i] != '%') {
+                ++i;
+                continue;
+            }
+            FlushLiteral(text, literal, i);
+            ++i;
+            if (i < text.size() && text[i] == '%') {
+                AppendASCII(m_out, "%");
+                literal = ++i;
+                continue;
+            }
+            Conversion c;
+            if (!Parse(text, i, c)) {
+                literal = i;  // a malformed conversion prints nothing
+                continue;
+            }
+            Emit(c);
+            literal = i;
+        }
+        FlushLiteral(text, literal, text.size());
+    }
+
+private:
+    void FlushLiteral(const std::vector<UniChar>& text, size_t from, size_t to)
+    {
+        if (to > from)
+            CFStringAppendCharacters(m_out, text.data() + from, static_cast<CFIndex>(to - from));
+    }
+
+    static bool Parse(const std::vector<UniChar>& text, size_t& i, Conversion& c)
+    {
+        c.position = ReadPosition(text, i);
+        while (i < text.size() && (text[i] == '-' || text[i] == '+' || text[i] == ' ' ||
+                                   text[i] == '#' || text[i] == '0' || text[i] == '\''))
+            c.flags += static_cast<char>(text[i++]);
+        if (i < text.size() && text[i] == '*') {
+            ++i;
+            c.width = "*";
+            c.widthPosition = ReadPosition(text, i);
+        } else {
+            while (i < text.size() && IsDigit(text[i]))
+                c.width += static_cast<char>(text[i++]);
+            if (c.width.size() > kMaxDigits)
+                c.width.clear();
+        }
+        if (i < text.size() && text[i] == '.') {
+            ++i;
+            c.precision = ".";
+            if (i < text.size() && text[i] == '*') {
+                ++i;
+                c.precision = ".*";
+                c.precisionPosition = ReadPosition(text, i);
+            } else {
+                while (i < text.size() && IsDigit(text[i]))
+                    c.precision += static_cast<char>(text[i++]);
+                if (c.precision.size() > kMaxDigits + 1)
+                    c.precision.clear();
+            }
+        }
+        while (i < text.size() && (text[i] == 'h' || text[i] == 'l' || text[i] == 'q' ||
+                                   text[i] == 'L' || text[i] == 'z' || text[i] == 't' ||
+                                   text[i] == 'j') && c.length.size() < 2)
+            c.length += static_cast<char>(text[i++]);
+        if (i >= text.size() || text[i] > 0x7F)
+            return false;
+        c.conversion = static_cast<char>(text[i++]);
+        return true;
+    }
+
+    const FormatArgument* Take(size_t position)
+    {
+        size_t index = position ? position : ++m_next;
+        return index >= 1 && index <= m_count ? &m_arguments[index - 1] : nullptr;
+    }
+
+    // A '*' width or precision: an integer argument, else none.
+    std::string Star(size_t position)
+    {
+        const FormatArgument* a = Take(position);
+        if (!a || !IsInteger(*a))
+            return "";
+        long long value = Narrowed(*a, "", true);
+        if (value < -9999 || value > 9999)
+            return "";  // a width no cell can hold is not honoured
+        return std::to_string(value);
+    }
+
+    void Emit(const Conversion& c)
+    {
+        std::string width = c.width == "*" ? Star(c.widthPosition) : c.width;
+        std::string precision = c.precision == ".*" ? "." + Star(c.precisionPosition) : c.precision;
+        if (precision == ".-" || (precision.size() > 1 && precision[1] == '-'))
+            precision.clear();  // a negative precision counts as none
+        const FormatArgument* a = Take(c.position);
+        if (!a)
+            return;
+        std::string spec = "%" + c.flags + width + precision;
+        switch (c.conversion) {
+        case 'd': case 'i':
+            if (IsInteger(*a))
+                return AppendASCII(m_out, Print(spec + "lld", Narrowed(*a, c.length, true)));
+            break;
+        case 'u': case 'x': case 'X': case 'o':
+            if (IsInteger(*a))
+                return AppendASCII(m_out, Print(spec + "ll" + c.conversion,
+                                                static_cast<unsigned long long>(
+                                                    Narrowed(*a, c.length, false))));
+            break;
+        case 'c':
+            if (IsInteger(*a)) {
+                UniChar character = static_cast<UniChar>(Narrowed(*a, c.length, false));
+                return CFStringAppendCharacters(m_out, &character, 1);
+            }
+            break;
+        case 'f': case 'F': case 'e': case 'E': case 'g': case 'G': case 'a': case 'A':
+            if (a->kind == FormatArgument::Kind::Double)
+                return AppendASCII(m_out, Print(spec + c.conversion, a->real));
+            break;
+        case 's':
+            if (a->kind == FormatArgument::Kind::CString) {
+                if (!a->text)
+                    return AppendASCII(m_out, "(null)");
+                return AppendCString(m_out, Print(spec + "s", a->text).c_str());
+            }
+            break;
+        case '@':
+            break;  // any argument in its plain form
+        default:
+            return;  // %n, %p and unknown conversions print nothing
+        }
+        AppendPlain(m_out, *a);
+    }
+
+    CFMutableStringRef m_out;
+    const FormatArgument* m_arguments;
+    size_t m_count;
+    size_t m_next = 0;
+};
+
+}  // namespace
+
+void AppendFormatted(CFMutableStringRef out, CFStringRef format,
+                     const FormatArgument* arguments, size_t count)
+{
+    if (!out || !format)
+        return;
+    std::vector<UniChar> text(static_cast<size_t>(CFStringGetLength(format)));
+    if (!text.empty())
+        CFStringGetCharacters(format, CFRangeMake(0, static_cast<CFIndex>(text.size())), text.data());
+    Formatter(out, arguments, count).Run(text);
+}
+
+}  // namespace qel
