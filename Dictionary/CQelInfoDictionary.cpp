@@ -27,10 +27,11 @@ CQelInfoDictionary& CQelInfoDictionary::operator=(const CQelInfoDictionary& othe
 
 void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, const CQelString& text)
 {
-    // The last write wins: the earlier text is dropped, the new one copied in.
-    CQelString copy(text);
-    map.erase(id);
-    map.emplace(id, copy);
+    // The last write wins: the earlier text is replaced by a copy of the new
+    // one, made once.
+    auto [stored, inserted] = map.try_emplace(id, text);
+    if (!inserted)
+        stored->second = text;
 }
 
 bool CQelInfoDictionary::GetStringFromMap(const Map& map, UInt32 id, CQelString* out)
