@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <optional>
 
 namespace {
 
@@ -53,45 +54,49 @@ void ZeroBuffer(char* buffer, UInt32 size)
         std::memset(buffer, 0, size);
 }
 
-CQelString Joined(const CQelString& title, const CQelString& value)
+// Title, blank, value, built in `line`.
+const CQelString* Joined(const CQelString& title, const CQelString& value,
+                         std::optional<CQelString>& line)
 {
-    CQelString line(title);
-    line.Append(CFSTR(" "));
-    line.Append(value);
-    return line;
+    line.emplace(title);
+    line->Append(CFSTR(" "));
+    line->Append(value);
+    return &*line;
 }
 
-// The display line of an item, or false when the item shows nothing.
-bool JoinedLine(const CQelInfoDictionary& dict, UInt32 itemID, CQelString* line)
+// The display line of an item, or null when the item shows nothing. A line
+// that is one stored text is that text itself; only a joined line is built,
+// in `line`.
+const CQelString* DisplayLine(const CQelInfoDictionary& dict, UInt32 itemID,
+                              std::optional<CQelString>& line)
 {
     if (itemID == kNoItem)
-        return false;
+        return nullptr;
     const CQelString* title = dict.FindTitle(itemID);
     const CQelString* value = dict.FindValue(itemID);
     switch (LineKindOf(itemID)) {
     case LineKind::ValueOnly:
-        if (!value)
-            return false;
-        *line = *value;
-        return true;
+        return value;
     case LineKind::ValueRequired:
         if (!value || value->GetLength() == 0 || !title)
-            return false;
-        *line = Joined(*title, *value);
-        return true;
+            return nullptr;
+        return Joined(*title, *value, line);
     case LineKind::TitleFirst:
         if (!title)
-            return false;
-        *line = (value && value->GetLength() > 0) ? Joined(*title, *value) : *title;
-        return true;
+            return nullptr;
+        return (value && value->GetLength() > 0) ? Joined(*title, *value, line) : title;
     }
-    return false;
+    return nullptr;
 }
 
 UInt32 ExportText(const CQelString* text, char* buffer, UInt32 size, CFStringEncoding encoding)
 {
-    ZeroBuffer(buffer, size);
-    return text ? text->GetCString(buffer, size, encoding) : 0;
+    // GetCString zeroes the buffer itself.
+    if (!text) {
+        ZeroBuffer(buffer, size);
+        return 0;
+    }
+    return text->GetCString(buffer, size, encoding);
 }
 
 CFStringRef CopyText(const CQelString* text)
@@ -104,9 +109,8 @@ CFStringRef CopyText(const CQelString* text)
 UInt32 CQelImgInfo::GetInfoString(UInt32 itemID, char* buffer, UInt32 bufferSize,
                                   CFStringEncoding encoding)
 {
-    CQelString line;
-    const bool shown = JoinedLine(m_infoDict, itemID, &line);
-    return ExportText(shown ? &line : nullptr, buffer, bufferSize, encoding);
+    std::optional<CQelString> line;
+    return ExportText(DisplayLine(m_infoDict, itemID, line), buffer, bufferSize, encoding);
 }
 
 UInt32 CQelImgInfo::GetInfoStringLength(UInt32 itemID, CFStringEncoding encoding)
@@ -138,8 +142,8 @@ UInt32 CQelImgInfo::GetInfoStringLength(UInt32 itemID, CFStringEncoding encoding
 
 CFStringRef CQelImgInfo::CopyInfoCFString(UInt32 itemID)
 {
-    CQelString line;
-    return JoinedLine(m_infoDict, itemID, &line) ? CopyText(&line) : nullptr;
+    std::optional<CQelString> line;
+    return CopyText(DisplayLine(m_infoDict, itemID, line));
 }
 
 UInt32 CQelImgInfo::GetInfoTitleString(UInt32 itemID, char* buffer, UInt32 bufferSize,

@@ -1,0 +1,103 @@
+// The store and the export hand out stored texts without copying them more
+// than once: what the host receives must still be its own, and rewriting an
+// item with its own text must keep it.
+#include "QelItemIDs.h"
+#include "TestImgInfo.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+namespace {
+
+using namespace QelItem;
+constexpr CFStringEncoding kASCII = kCFStringEncodingASCII;
+
+CQelString Text(const char* text)
+{
+    return CQelString(text, kASCII);
+}
+
+std::string Owned(CFStringRef copy)
+{
+    const std::string text = CQelString(copy).ToUTF8();
+    CFRelease(copy);
+    return text;
+}
+
+TEST(StoreReuse, AnItemRewrittenWithItsOwnTextKeepsIt)
+{
+    CQelInfoDictionary dict;
+    dict.SetTitle(kWhiteBalance, Text("White Balance"));
+    dict.SetValue(kWhiteBalance, Text("Cloudy"));
+    dict.SetTitle(kWhiteBalance, *dict.FindTitle(kWhiteBalance));
+    dict.SetValue(kWhiteBalance, *dict.FindValue(kWhiteBalance));
+    EXPECT_EQ(dict.FindTitle(kWhiteBalance)->ToUTF8(), "White Balance");
+    EXPECT_EQ(dict.FindValue(kWhiteBalance)->ToUTF8(), "Cloudy");
+
+    // The store keeps its own copy: the caller's text may change afterwards.
+    CQelString caller = Text("Shade");
+    dict.SetValue(kWhiteBalance, caller);
+    caller.Append(" and more", kASCII);
+    EXPECT_EQ(dict.FindValue(kWhiteBalance)->ToUTF8(), "Shade");
+}
+
+// One item of each way a line is made: the value alone, the title alone, and
+// title and value joined.
+struct LineCase {
+    UInt32 item;
+    const char* title;
+    const char* value;
+    const char* line;
+};
+
+class ExportedLines : public testing::TestWithParam<LineCase> {};
+
+TEST_P(ExportedLines, StayTheHostsAfterTheStoreChanges)
+{
+    const LineCase& c = GetParam();
+    TestImgInfo info;
+    info.m_infoDict.SetTitle(c.item, Text(c.title));
+    info.m_infoDict.SetValue(c.item, Text(c.value));
+
+    CFStringRef line = info.CopyInfoCFString(c.item);
+    CFStringRef title = info.CopyInfoTitleCFString(c.item);
+    CFStringRef value = info.CopyInfoValueCFString(c.item);
+    ASSERT_NE(line, nullptr);
+    // The next file replaces every text; the copies must not follow.
+    info.m_infoDict.SetTitle(c.item, Text("Other title"));
+    info.m_infoDict.SetValue(c.item, Text("Other value"));
+    info.m_infoDict.Clear();
+    EXPECT_EQ(Owned(line), c.line);
+    EXPECT_EQ(Owned(title), c.title);
+    EXPECT_EQ(Owned(value), c.value);
+}
+
+TEST_P(ExportedLines, AreTheSameInEveryEncoding)
+{
+    const LineCase& c = GetParam();
+    TestImgInfo info;
+    info.m_infoDict.SetTitle(c.item, Text(c.title));
+    info.m_infoDict.SetValue(c.item, Text(c.value));
+    const CQelString expected = Text(c.line);
+    for (CFStringEncoding encoding :
+         {kCFStringEncodingASCII, kCFStringEncodingUTF8, kCFStringEncodingUTF16}) {
+        char exported[128], direct[128];
+        std::memset(exported, 'x', sizeof exported);
+        const UInt32 placed = info.GetInfoString(c.item, exported, sizeof exported, encoding);
+        const UInt32 wanted = expected.GetCString(direct, sizeof direct, encoding);
+        ASSERT_GT(wanted, 0u) << encoding;
+        EXPECT_EQ(placed, wanted) << encoding;
+        EXPECT_EQ(std::memcmp(exported, direct, sizeof exported), 0) << encoding;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Export, ExportedLines,
+    testing::Values(LineCase{kModel, "Model", "Talvo Q77", "Talvo Q77"},
+                    LineCase{kWhiteBalance, "White Balance", "", "White Balance"},
+                    LineCase{kWhiteBalance, "White Balance", "Cloudy", "White Balance Cloudy"},
+                    LineCase{kGPSAltitude, "Altitude", "35 m", "Altitude 35 m"}));
+
+}  // namespace
