@@ -30,6 +30,13 @@ public:
     CFStringRef Find(const std::u16string& key) const;
     void Set(std::u16string key, std::u16string value);
     size_t Size() const { return entries_.size(); }
+    // Visits every entry as (key, text), in no particular order.
+    template <class Visit>
+    void ForEach(Visit visit) const
+    {
+        for (const auto& entry : entries_)
+            visit(entry.first, entry.second.get());
+    }
     void Clear() { entries_.clear(); }
 
 private:

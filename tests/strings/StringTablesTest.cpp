@@ -1,0 +1,261 @@
+// The string tables against the code and against each other.
+#include "StringsFile.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const fs::path kSource = QEL_SOURCE_DIR;
+
+std::string ReadFile(const fs::path& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+std::string UTF8(const std::u16string& text)
+{
+    std::string out;
+    for (size_t i = 0; i < text.size(); ++i) {
+        char32_t c = text[i];
+        if (c >= 0xD800 && c < 0xDC00 && i + 1 < text.size())
+            c = 0x10000 + ((c - 0xD800) << 10) + (text[++i] - 0xDC00);
+        if (c < 0x80) {
+            out += static_cast<char>(c);
+        } else if (c < 0x800) {
+            out += static_cast<char>(0xC0 | c >> 6);
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        } else if (c < 0x10000) {
+            out += static_cast<char>(0xE0 | c >> 12);
+            out += static_cast<char>(0x80 | (c >> 6 & 0x3F));
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        } else {
+            out += static_cast<char>(0xF0 | c >> 18);
+            out += static_cast<char>(0x80 | (c >> 12 & 0x3F));
+            out += static_cast<char>(0x80 | (c >> 6 & 0x3F));
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        }
+    }
+    return out;
+}
+
+// Every key the library's sources load.
+std::set<std::string> KeysInCode()
+{
+    std::set<std::string> keys;
+    const std::regex key("\"(IDS_QEL_[A-Z0-9_]+)\"");
+    for (const char* folder : {"Framework", "String", "Dictionary", "TagControl", "ImgInfo", "Items"}) {
+        for (const auto& entry : fs::recursive_directory_iterator(kSource / folder)) {
+            std::string text = ReadFile(entry.path());
+            for (std::sregex_iterator it(text.begin(), text.end(), key), end; it != end; ++it)
+                keys.insert((*it)[1]);
+        }
+    }
+    return keys;
+}
+
+struct Table {
+    std::string language;
+    std::map<std::string, std::string> texts;
+};
+
+std::vector<Table> Tables()
+{
+    std::vector<Table> tables;
+    for (const auto& entry : fs::directory_iterator(kSource / "Resources")) {
+        fs::path file = entry.path() / "Localizable.strings";
+        if (entry.path().extension() != ".lproj" || !fs::exists(file))
+            continue;
+        qelcf::StringTable parsed;
+        qelcf::StringsFileError error;
+        Table table{entry.path().stem().string(), {}};
+        EXPECT_TRUE(qelcf::ParseStringsFile(ReadFile(file), parsed, error))
+            << file << ":" << error.line << ": " << error.message;
+        parsed.ForEach([&](const std::u16string& key, CFStringRef text) {
+            std::vector<UniChar> units(static_cast<size_t>(CFStringGetLength(text)));
+            if (!units.empty())
+                CFStringGetCharacters(text, CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
+            table.texts[UTF8(key)] = UTF8(std::u16string(units.begin(), units.end()));
+        });
+        tables.push_back(std::move(table));
+    }
+    std::sort(tables.begin(), tables.end(),
+              [](const Table& a, const Table& b) { return a.language < b.language; });
+    return tables;
+}
+
+// The arguments each format key receives (Resources/FormatKeys.txt).
+std::map<std::string, std::string> FormatSignatures()
+{
+    std::map<std::string, std::string> signatures;
+    std::istringstream lines(ReadFile(kSource / "Resources" / "FormatKeys.txt"));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.empty() || line[0] == '#')
+            continue;
+        std::istringstream words(line);
+        std::string key, argument, signature;
+        words >> key;
+        while (words >> argument)
+            signature += argument;
+        signatures[key] = signature;
+    }
+    return signatures;
+}
+
+// What a conversion character accepts: s a C string, d/u an integer, f a double.
+char ArgumentClass(char conversion)
+{
+    switch (conversion) {
+    case 's': case '@': return 's';
+    case 'd': case 'i': case 'u': case 'x': case 'X': case 'o': case 'c': return 'd';
+    case 'f': case 'F': case 'e': case 'E': case 'g': case 'G': case 'a': case 'A': return 'f';
+    default: return 0;
+    }
+}
+
+// Checks one format text against the arguments passed; empty when it fits.
+std::string CheckFormat(const std::string& text, const std::string& signature)
+{
+    const std::regex conversion(R"(%(?:(\d+)\$)?[-+ #0']*(\d+|\*)?(?:\.(\d+|\*))?(hh|h|ll|l|z|j|t|q|L)?(.?))");
+    size_t sequential = 0, positional = 0;
+    std::set<size_t> used;
+    for (std::sregex_iterator it(text.begin(), text.end(), conversion), end; it != end; ++it) {
+        const std::smatch& m = *it;
+        if (m[5] == "%" && m[0] == "%%")
+            continue;
+        if (m[2] == "*" || m[3] == "*")
+            return "takes a width or precision argument the code does not pass";
+        char cls = m[5].length() ? ArgumentClass(m[5].str()[0]) : 0;
+        if (!cls)
+            return "unknown conversion " + m[0].str();
+        size_t position = m[1].matched ? std::stoul(m[1]) : ++sequential;
+        positional += m[1].matched;
+        if (position < 1 || position > signature.size())
+            return m[0].str() + " names an argument that is not passed";
+        char expected = signature[position - 1] == 'u' ? 'd' : signature[position - 1];
+        if (cls != expected)
+            return m[0].str() + " does not fit argument " + std::to_string(position);
+        used.insert(position);
+    }
+    if (positional && sequential)
+        return "mixes positional and sequential conversions";
+    if (!positional && sequential != signature.size())
+        return "uses " + std::to_string(sequential) + " of " + std::to_string(signature.size()) +
+               " arguments in order";
+    if (used.empty() && !signature.empty())
+        return "shows none of its arguments";
+    return {};
+}
+
+TEST(StringTables, HoldExactlyTheKeysTheLibraryLoads)
+{
+    const std::set<std::string> used = KeysInCode();
+    ASSERT_GT(used.size(), 300u);
+    const std::vector<Table> tables = Tables();
+    ASSERT_FALSE(tables.empty());
+    for (const Table& table : tables) {
+        for (const std::string& key : used)
+            EXPECT_TRUE(table.texts.count(key)) << table.language << " lacks " << key;
+        for (const auto& entry : table.texts)
+            EXPECT_TRUE(used.count(entry.first)) << table.language << " has unused " << entry.first;
+    }
+}
+
+TEST(StringTables, FormatTextsAcceptTheArgumentsTheCodePasses)
+{
+    const auto signatures = FormatSignatures();
+    const std::set<std::string> used = KeysInCode();
+    for (const auto& signature : signatures)
+        EXPECT_TRUE(used.count(signature.first)) << signature.first << " is not loaded by the code";
+    for (const Table& table : Tables()) {
+        for (const auto& [key, text] : table.texts) {
+            auto signature = signatures.find(key);
+            if (signature == signatures.end()) {
+                // Plain texts are shown as they stand; a '%' there would show raw.
+                EXPECT_EQ(text.find('%'), std::string::npos) << table.language << " " << key;
+                continue;
+            }
+            EXPECT_EQ(CheckFormat(text, signature->second), "")
+                << table.language << " " << key << " = \"" << text << "\"";
+        }
+    }
+}
+
+TEST(StringTables, TheCheckOfFormatsCatchesMismatches)
+{
+    const struct { const char* text; const char* signature; bool fits; } cases[] = {
+        {"%s sec", "s", true},        {"%d sec", "s", false},
+        {"%2$d x %1$d", "dd", true},  {"%d x %2$d", "dd", false},
+        {"%d", "dd", false},          {"%3$d", "dd", false},
+        {"%3$d°%4$d'%5$.2f\"", "dfddf", true}, {"%1$d°%2$.3f'", "dfddf", true},
+        {"%4$f", "dfddf", false},     {"ISO %u", "u", true},
+        {"100%% %s", "s", true},      {"%*d", "d", false},
+        {"no number", "f", false},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(CheckFormat(c.text, c.signature).empty(), c.fits) << c.text;
+}
+
+std::string Output(const std::string& command)
+{
+    std::string output;
+    if (FILE* pipe = popen(command.c_str(), "r")) {
+        char buffer[4096];
+        size_t n;
+        while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0)
+            output.append(buffer, n);
+        pclose(pipe);
+    }
+    return output;
+}
+
+// Each language shows every cell of the sample SLR, compact, movie and
+// scanner grids, and never a raw key.
+TEST(StringTables, EveryLanguageFillsTheSampleGrids)
+{
+    const char* samples[] = {"talvo-q77.json", "merivax-e5400.json", "merivax-4800-movie.json",
+                             "talvo-filmscan-f40.json"};
+    for (const Table& table : Tables()) {
+        std::string command = std::string(QELINFO_PATH) + " --format json --lang " + table.language;
+        for (const char* sample : samples)
+            command += " " + (kSource / "samples" / sample).string();
+        std::istringstream lines(Output(command + " 2>&1"));
+        int files = 0;
+        for (std::string line; std::getline(lines, line);) {
+            ++files;
+            EXPECT_EQ(line.find("IDS_QEL_"), std::string::npos) << table.language << ": " << line;
+            nlohmann::json file = nlohmann::json::parse(line, nullptr, false);
+            ASSERT_FALSE(file.is_discarded()) << line;
+            std::map<unsigned, std::string> lineOf;
+            for (const auto& item : file["items"])
+                if (item["line"].is_string())
+                    lineOf[item["id"].get<unsigned>()] = item["line"].get<std::string>();
+            for (const auto& row : file["grid"]["cells"])
+                for (const auto& cell : row) {
+                    unsigned id = cell.get<unsigned>();
+                    if (id) {
+                        EXPECT_FALSE(lineOf[id].empty())
+                            << table.language << " " << file["file"] << " item " << id;
+                    }
+                }
+        }
+        EXPECT_EQ(files, 4) << table.language;
+    }
+}
+
+}  // namespace
