@@ -2,8 +2,8 @@
 //
 // Every table is read on its first use and kept with the bundle; the
 // language is resolved again only when the locale variables change. A
-// repeated lookup costs one pass over the environment, a lock and one
-// hash lookup of the UTF-16 key.
+// repeated lookup costs a lock, a comparison of the environment's entry
+// pointers with those it last saw, and one hash lookup of the UTF-16 key.
 #include "CFBundleInternal.h"
 
 #include "CFRuntime.h"
@@ -97,6 +97,14 @@ struct __CFBundle : qelcf::CFObject {
     std::array<bool, 4> localeSet{};
     std::string language;
     StringTable* defaultTable = nullptr;  // the default table of `language`
+    // The environment the choice was last checked against: the entry
+    // pointers and where the locale values were found. setenv, unsetenv and
+    // putenv each change an entry pointer, so while every pointer is the
+    // same (and the locale values still read the same, should a string have
+    // been rewritten in place) the variables need not be read again.
+    char** seenEnviron = nullptr;
+    std::vector<const char*> seenEntries;
+    std::array<const char*, 4> seenValues{};
     // Whether "<candidate>.lproj" exists, per language ever asked for.
     std::unordered_map<std::string, bool> hasLanguage;
     // Tables by "<language>/<table name>".
@@ -114,6 +122,35 @@ struct __CFBundle : qelcf::CFObject {
         if (found == hasLanguage.end())
             found = hasLanguage.emplace(candidate, IsDirectory(resources + "/" + candidate + ".lproj")).first;
         return found->second;
+    }
+
+    bool EnvironmentUnchanged() const
+    {
+        if (!languageKnown || environ != seenEnviron)
+            return false;
+        size_t count = 0;
+        for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry, ++count)
+            if (count == seenEntries.size() || seenEntries[count] != *entry)
+                return false;
+        if (count != seenEntries.size())
+            return false;
+        for (size_t i = 0; i < seenValues.size(); ++i)
+            if (seenValues[i] != nullptr && localeValues[i] != seenValues[i])
+                return false;
+        return true;
+    }
+
+    // Caller holds `lock`.
+    void FollowEnvironment()
+    {
+        if (EnvironmentUnchanged())
+            return;
+        seenValues = ReadLocaleVariables();
+        ResolveLanguage(seenValues);
+        seenEnviron = environ;
+        seenEntries.clear();
+        for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry)
+            seenEntries.push_back(*entry);
     }
 
     // Caller holds `lock`.
@@ -268,7 +305,7 @@ std::vector<std::string> LanguageCandidates(const char* language, const char* lc
 std::string ChosenLanguage(CFBundleRef bundle)
 {
     std::lock_guard<std::mutex> guard(bundle->lock);
-    bundle->ResolveLanguage(ReadLocaleVariables());
+    bundle->FollowEnvironment();
     return bundle->language;
 }
 
@@ -325,7 +362,7 @@ CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, CFStringRef key, CFS
         return value ? CFStringCreateCopy(nullptr, value) : CFStringCreateCopy(nullptr, CFSTR(""));
     if (bundle != nullptr) {
         std::lock_guard<std::mutex> guard(bundle->lock);
-        bundle->ResolveLanguage(ReadLocaleVariables());
+        bundle->FollowEnvironment();
         const StringTable& table =
             tableName == nullptr || CFStringGetLength(tableName) == 0
                 ? *bundle->defaultTable
