@@ -1,6 +1,6 @@
-// Text encodings: the Unicode forms are converted directly (UnicodeForms),
-// every other encoding through an ICU converter cached per thread. Also the
-// encoding queries of the CoreFoundation API.
+// Text encodings: the Unicode forms (UnicodeForms) and ASCII are converted
+// directly, every other encoding through an ICU converter cached per thread.
+// Also the encoding queries of the CoreFoundation API.
 #include "CFStringEncodingInternal.h"
 #include "CFStringInternal.h"
 #include "UnicodeForms.h"
@@ -117,6 +117,50 @@ bool DecodeWithConverter(UConverter* converter, const UInt8* bytes, size_t lengt
     return true;
 }
 
+// ASCII, the encoding the library appends every number it prints in, is
+// converted here: setting up the converter would cost more than the
+// conversion. The results are ICU's US-ASCII: a byte above 0x7F does not
+// decode; a character above U+007F, or an unpaired surrogate, becomes one
+// loss byte (a surrogate pair is one character). Without a loss byte a text
+// that is not all ASCII is left to ICU, which drops invisible characters
+// such as the soft hyphen and fails on the others.
+bool DecodeASCII(const UInt8* bytes, size_t length, std::u16string& out)
+{
+    for (size_t i = 0; i < length; ++i)
+        if (bytes[i] > 0x7F)
+            return false;
+    out.assign(bytes, bytes + length);
+    return true;
+}
+
+bool IsAllASCII(const std::u16string& units)
+{
+    for (char16_t unit : units)
+        if (unit > 0x7F)
+            return false;
+    return true;
+}
+
+// Only with a loss byte or for an all-ASCII text.
+bool EncodeASCII(const std::u16string& units, UInt8 lossByte, std::string& out)
+{
+    out.clear();
+    out.reserve(units.size());
+    for (size_t i = 0; i < units.size(); ++i) {
+        const char16_t unit = units[i];
+        if (unit <= 0x7F) {
+            out += static_cast<char>(unit);
+            continue;
+        }
+        const bool pairStart = unit >= 0xD800 && unit <= 0xDBFF && i + 1 < units.size() &&
+                               units[i + 1] >= 0xDC00 && units[i + 1] <= 0xDFFF;
+        if (pairStart)
+            ++i;
+        out += static_cast<char>(lossByte);
+    }
+    return true;
+}
+
 }  // namespace
 
 namespace qelcf {
@@ -128,6 +172,8 @@ bool DecodeBytes(const UInt8* bytes, size_t length, CFStringEncoding encoding, b
         return false;
     if (IsUnicodeForm(encoding))
         return DecodeUnicode(bytes, length, encoding, isExternal, out);
+    if (encoding == kCFStringEncodingASCII)
+        return DecodeASCII(bytes, length, out);
     const int index = ConvertedIndex(encoding);
     if (index < 0)
         return false;
@@ -142,6 +188,8 @@ bool EncodeUnits(const std::u16string& units, CFStringEncoding encoding, UInt8 l
         return false;
     if (IsUnicodeForm(encoding))
         return EncodeUnicode(units, encoding, lossByte, isExternal, out);
+    if (encoding == kCFStringEncodingASCII && (lossByte != 0 || IsAllASCII(units)))
+        return EncodeASCII(units, lossByte, out);
     const int index = ConvertedIndex(encoding);
     if (index < 0)
         return false;
