@@ -1,12 +1,14 @@
 // CFData: an immutable run of bytes.
+#include "CFDataInternal.h"
 #include "CFRuntime.h"
 
 #include <algorithm>
 #include <cstring>
-#include <vector>
+#include <utility>
 
 struct __CFData : qelcf::CFObject {
-    std::vector<UInt8> bytes;
+    // Held as a string so that encoded text is handed over, not copied.
+    std::string bytes;
     std::u16string Description() const override
     {
         std::string text = "<CFData length " + std::to_string(bytes.size()) + ">";
@@ -18,9 +20,20 @@ CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length)
 {
     __CFData* data = qelcf::CreateObject<__CFData>();
     if (bytes != nullptr && length > 0)
-        data->bytes.assign(bytes, bytes + length);
+        data->bytes.assign(reinterpret_cast<const char*>(bytes), static_cast<size_t>(length));
     return data;
 }
+
+namespace qelcf {
+
+CFDataRef CreateDataTakingBytes(std::string bytes)
+{
+    __CFData* data = CreateObject<__CFData>();
+    data->bytes = std::move(bytes);
+    return data;
+}
+
+}  // namespace qelcf
 
 const UInt8* CFDataGetBytePtr(CFDataRef theData)
 {
@@ -28,7 +41,7 @@ const UInt8* CFDataGetBytePtr(CFDataRef theData)
     static const UInt8 kNoBytes[1] = {0};
     if (theData == nullptr)
         return nullptr;
-    return theData->bytes.empty() ? kNoBytes : theData->bytes.data();
+    return theData->bytes.empty() ? kNoBytes : reinterpret_cast<const UInt8*>(theData->bytes.data());
 }
 
 CFIndex CFDataGetLength(CFDataRef theData)

@@ -1,6 +1,7 @@
 // Text encodings: the Unicode forms (UnicodeForms) and ASCII are converted
 // directly, every other encoding through an ICU converter cached per thread.
 // Also the encoding queries of the CoreFoundation API.
+#include "CFDataInternal.h"
 #include "CFStringEncodingInternal.h"
 #include "CFStringInternal.h"
 #include "UnicodeForms.h"
@@ -13,6 +14,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -227,7 +229,7 @@ CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encod
     }
 }
 
-CFDataRef CFStringCreateExternalRepresentation(CFAllocatorRef alloc, CFStringRef theString,
+CFDataRef CFStringCreateExternalRepresentation(CFAllocatorRef, CFStringRef theString,
                                                CFStringEncoding encoding, UInt8 lossByte)
 {
     if (theString == nullptr)
@@ -235,8 +237,7 @@ CFDataRef CFStringCreateExternalRepresentation(CFAllocatorRef alloc, CFStringRef
     std::string bytes;
     if (!qelcf::EncodeUnits(qelcf::UnitsOf(theString), encoding, lossByte, true, bytes))
         return nullptr;
-    return CFDataCreate(alloc, reinterpret_cast<const UInt8*>(bytes.data()),
-                        static_cast<CFIndex>(bytes.size()));
+    return qelcf::CreateDataTakingBytes(std::move(bytes));
 }
 
 CFStringEncoding CFStringGetSystemEncoding(void)
