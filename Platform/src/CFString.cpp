@@ -224,8 +224,16 @@ Boolean CFStringFindWithOptions(CFStringRef theString, CFStringRef stringToFind,
     const CFIndex step = backwards ? -1 : 1;
     const CFIndex start = backwards ? last : first;
     const CFIndex stop = anchored ? start + step : (backwards ? first - 1 : last + 1);
+    // A position is compared in full only where its first unit matches,
+    // with the needle's first unit folded once rather than at every position.
+    const UniChar lead = needle[0];
+    const UniChar foldedLead = caseInsensitive ? FoldCase(lead) : lead;
+    auto leadMatchesAt = [&](CFIndex at) {
+        const UniChar unit = text[static_cast<size_t>(at)];
+        return unit == lead || (caseInsensitive && FoldCase(unit) == foldedLead);
+    };
     for (CFIndex at = start; at != stop; at += step) {
-        if (matchesAt(at)) {
+        if (leadMatchesAt(at) && matchesAt(at)) {
             if (result != nullptr)
                 *result = CFRangeMake(at, needleLength);
             return true;
