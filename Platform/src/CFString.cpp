@@ -297,8 +297,8 @@ void CFStringReplaceAll(CFMutableStringRef theString, CFStringRef replacement)
 {
     if (theString == nullptr)
         return;
-    std::u16string units = UnitsOf(replacement);
-    MutableOf(theString)->units = std::move(units);
+    // Into the string's own buffer, which usually has room already.
+    MutableOf(theString)->units.assign(UnitsOf(replacement));
 }
 
 void CFStringReplace(CFMutableStringRef theString, CFRange range, CFStringRef replacement)
