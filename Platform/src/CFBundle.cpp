@@ -128,14 +128,15 @@ struct __CFBundle : qelcf::CFObject {
     {
         if (!languageKnown || environ != seenEnviron)
             return false;
-        size_t count = 0;
-        for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry, ++count)
-            if (count == seenEntries.size() || seenEntries[count] != *entry)
+        // A shorter environment ends (null) where the old one had an entry.
+        const size_t count = seenEntries.size();
+        for (size_t i = 0; i < count; ++i)
+            if (environ[i] != seenEntries[i])
                 return false;
-        if (count != seenEntries.size())
+        if (environ != nullptr && environ[count] != nullptr)
             return false;
         for (size_t i = 0; i < seenValues.size(); ++i)
-            if (seenValues[i] != nullptr && localeValues[i] != seenValues[i])
+            if (seenValues[i] != nullptr && std::strcmp(seenValues[i], localeValues[i].c_str()) != 0)
                 return false;
         return true;
     }
