@@ -3,7 +3,8 @@
 // Every table is read on its first use and kept with the bundle; the
 // language is resolved again only when the locale variables change. A
 // repeated lookup costs a lock, a comparison of the environment's entry
-// pointers with those it last saw, and one hash lookup of the UTF-16 key.
+// pointers with those it last saw, and one hash lookup of the key (of its
+// address for a constant key).
 #include "CFBundleInternal.h"
 
 #include "CFRuntime.h"
@@ -97,6 +98,10 @@ struct __CFBundle : qelcf::CFObject {
     std::array<bool, 4> localeSet{};
     std::string language;
     StringTable* defaultTable = nullptr;  // the default table of `language`
+    // Texts of constant keys (CFSTR, interned for the life of the process)
+    // in the default table, by the key's address: found once, then without
+    // hashing the key again. Null for a key the table lacks.
+    std::unordered_map<CFStringRef, CFStringRef> constantKeyTexts;
     // The environment the choice was last checked against: the entry
     // pointers and where the locale values were found. setenv, unsetenv and
     // putenv each change an entry pointer, so while every pointer is the
@@ -176,7 +181,19 @@ struct __CFBundle : qelcf::CFObject {
             }
         }
         defaultTable = &Table(kDefaultTable);
+        constantKeyTexts.clear();
         languageKnown = true;
+    }
+
+    // Caller holds `lock`.
+    CFStringRef FindInDefaultTable(CFStringRef key)
+    {
+        if (!key->immortal)
+            return defaultTable->Find(key->units);
+        auto [known, added] = constantKeyTexts.try_emplace(key, nullptr);
+        if (added)
+            known->second = defaultTable->Find(key->units);
+        return known->second;
     }
 
     // Caller holds `lock`.
@@ -364,11 +381,11 @@ CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, CFStringRef key, CFS
     if (bundle != nullptr) {
         std::lock_guard<std::mutex> guard(bundle->lock);
         bundle->FollowEnvironment();
-        const StringTable& table =
+        CFStringRef text =
             tableName == nullptr || CFStringGetLength(tableName) == 0
-                ? *bundle->defaultTable
-                : bundle->Table(qelcf::EncodeUTF8(qelcf::UnitsOf(tableName)));
-        if (CFStringRef text = table.Find(qelcf::UnitsOf(key)))
+                ? bundle->FindInDefaultTable(key)
+                : bundle->Table(qelcf::EncodeUTF8(qelcf::UnitsOf(tableName))).Find(qelcf::UnitsOf(key));
+        if (text)
             return static_cast<CFStringRef>(CFRetain(text));
     }
     // Without a translation: the default value, or the key when that is

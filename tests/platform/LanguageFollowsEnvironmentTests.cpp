@@ -52,9 +52,14 @@ protected:
         std::memcpy(gLanguageEntry, "LANGUAGE=ja", sizeof gLanguageEntry);
     }
 
+    // The key as a constant, which the bundle remembers by address, and as
+    // a string made at run time must find the same text.
     std::string Lookup()
     {
         Owned<CFStringRef> text(CFBundleCopyLocalizedString(bundle_, CFSTR("IDS_WB"), nullptr, nullptr));
+        Owned<CFStringRef> madeKey(MakeString("IDS_WB"));
+        Owned<CFStringRef> same(CFBundleCopyLocalizedString(bundle_, madeKey, nullptr, nullptr));
+        EXPECT_EQ(Utf8(same), Utf8(text));
         return Utf8(text);
     }
 
