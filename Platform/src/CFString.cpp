@@ -226,11 +226,16 @@ Boolean CFStringFindWithOptions(CFStringRef theString, CFStringRef stringToFind,
     const CFIndex stop = anchored ? start + step : (backwards ? first - 1 : last + 1);
     // A position is compared in full only where its first unit matches,
     // with the needle's first unit folded once rather than at every position.
+    // Case folding maps nothing else onto an ASCII character that is not a
+    // letter (the long s and the Kelvin sign, the only others that fold into
+    // ASCII, become letters), so such a first unit matches only itself.
     const UniChar lead = needle[0];
     const UniChar foldedLead = caseInsensitive ? FoldCase(lead) : lead;
+    const bool leadIsASCIILetter = (lead >= 'a' && lead <= 'z') || (lead >= 'A' && lead <= 'Z');
+    const bool leadHasCase = caseInsensitive && (lead >= 0x80 || leadIsASCIILetter);
     auto leadMatchesAt = [&](CFIndex at) {
         const UniChar unit = text[static_cast<size_t>(at)];
-        return unit == lead || (caseInsensitive && FoldCase(unit) == foldedLead);
+        return unit == lead || (leadHasCase && FoldCase(unit) == foldedLead);
     };
     for (CFIndex at = start; at != stop; at += step) {
         if (leadMatchesAt(at) && matchesAt(at)) {
