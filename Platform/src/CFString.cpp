@@ -5,6 +5,7 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <deque>
 #include <mutex>
@@ -71,7 +72,10 @@ CFStringRef CreateStringFromUnits(std::u16string units)
 
 }  // namespace qelcf
 
-CFStringRef __CFStringMakeConstantString(const char* cStr)
+namespace {
+
+// The interned constant of a text, made on its first request.
+__CFString* InternConstant(const char* cStr, const char** internedText)
 {
     // Constants are interned by their text and live for the whole process.
     // The table's keys view texts kept in a deque, whose elements never move,
@@ -84,12 +88,38 @@ CFStringRef __CFStringMakeConstantString(const char* cStr)
     static qelcf::NoDestructor<Constants> constants;
     std::lock_guard<std::mutex> guard(constants->lock);
     auto found = constants->strings.find(std::string_view(cStr));
-    if (found != constants->strings.end())
-        return found->second;
-    const std::string& text = constants->texts.emplace_back(cStr);
-    __CFString* string = NewString(qelcf::DecodeUTF8Lenient(text.data(), text.size()), false);
-    string->immortal = true;
-    constants->strings.emplace(text, string);
+    if (found == constants->strings.end()) {
+        const std::string& text = constants->texts.emplace_back(cStr);
+        __CFString* string = NewString(qelcf::DecodeUTF8Lenient(text.data(), text.size()), false);
+        string->immortal = true;
+        found = constants->strings.emplace(text, string).first;
+    }
+    *internedText = found->first.data();
+    return found->second;
+}
+
+}  // namespace
+
+CFStringRef __CFStringMakeConstantString(const char* cStr)
+{
+    // Each thread remembers the constants it last asked for by the address
+    // of the text it passed, so that the keys the library asks for again and
+    // again cost neither a lock nor hashing. The text is compared as well: a
+    // caller's buffer may hold another text the next time.
+    struct Recent {
+        const char* address;
+        const char* text;  // the interned copy, NUL-terminated
+        __CFString* string;
+    };
+    constexpr size_t kRecentSlots = 512;
+    thread_local Recent recent[kRecentSlots];
+    const auto address = reinterpret_cast<uintptr_t>(cStr);
+    Recent& slot = recent[(address ^ (address >> 9)) % kRecentSlots];
+    if (slot.address == cStr && std::strcmp(slot.text, cStr) == 0)
+        return slot.string;
+    const char* text = nullptr;
+    __CFString* string = InternConstant(cStr, &text);
+    slot = {cStr, text, string};
     return string;
 }
 
