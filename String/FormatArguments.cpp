@@ -61,9 +61,14 @@ void AppendCString(CFMutableStringRef out, const char* text)
 template <class... Values>
 std::string Print(const std::string& spec, Values... values)
 {
-    int needed = std::snprintf(nullptr, 0, spec.c_str(), values...);
+    // A number fits the small buffer and is printed once; only a longer
+    // text is measured first and printed again.
+    char small[64];
+    int needed = std::snprintf(small, sizeof small, spec.c_str(), values...);
     if (needed <= 0)
         return {};
+    if (static_cast<size_t>(needed) < sizeof small)
+        return std::string(small, static_cast<size_t>(needed));
     std::string result(static_cast<size_t>(needed) + 1, '\0');
     std::snprintf(&result[0], result.size(), spec.c_str(), values...);
     result.resize(static_cast<size_t>(needed));
