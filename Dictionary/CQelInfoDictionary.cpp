@@ -2,6 +2,8 @@
 
 #include <QelPlatform/TextEncoding.h>
 
+#include <utility>
+
 namespace {
 
 // The encodings of the system and of the application at load time, kept for
@@ -30,6 +32,14 @@ void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, const CQelString& t
     // The last write wins: the earlier text is replaced by a copy of the new
     // one, made once.
     auto [stored, inserted] = map.try_emplace(id, text);
+    if (!inserted)
+        stored->second = text;
+}
+
+void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, CQelString&& text)
+{
+    // A new item takes the text over; an earlier text is replaced by a copy.
+    auto [stored, inserted] = map.try_emplace(id, std::move(text));
     if (!inserted)
         stored->second = text;
 }
@@ -67,6 +77,16 @@ void CQelInfoDictionary::SetTitle(UInt32 id, const CQelString& text)
 void CQelInfoDictionary::SetValue(UInt32 id, const CQelString& text)
 {
     SetStringToMap(m_valueMap, id, text);
+}
+
+void CQelInfoDictionary::SetTitle(UInt32 id, CQelString&& text)
+{
+    SetStringToMap(m_titleMap, id, std::move(text));
+}
+
+void CQelInfoDictionary::SetValue(UInt32 id, CQelString&& text)
+{
+    SetStringToMap(m_valueMap, id, std::move(text));
 }
 
 bool CQelInfoDictionary::GetTitle(UInt32 id, CQelString* out) const

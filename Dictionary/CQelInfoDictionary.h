@@ -19,6 +19,9 @@ public:
 
     void SetTitle(UInt32 id, const CQelString& text);
     void SetValue(UInt32 id, const CQelString& text);
+    // The same for a text made only to be stored: it is taken over, not copied.
+    void SetTitle(UInt32 id, CQelString&& text);
+    void SetValue(UInt32 id, CQelString&& text);
     // False when absent (`*out` untouched); otherwise a copy into `*out`.
     bool GetTitle(UInt32 id, CQelString* out) const;
     bool GetValue(UInt32 id, CQelString* out) const;
@@ -42,6 +45,7 @@ public:
 
 private:
     static void SetStringToMap(Map& map, UInt32 id, const CQelString& text);
+    static void SetStringToMap(Map& map, UInt32 id, CQelString&& text);
     static bool GetStringFromMap(const Map& map, UInt32 id, CQelString* out);
     static UInt32 GetByteLengthAtIndex(const Map& map, UInt32 id, CFStringEncoding encoding);
     static const char* GetCStringPtrFromMap(const Map& map, UInt32 id, CFStringEncoding encoding);

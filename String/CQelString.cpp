@@ -49,6 +49,15 @@ CQelString::CQelString() : m_string(NewEmpty()) {}
 
 CQelString::CQelString(const CQelString& other) : m_string(MutableCopyOf(other.m_string)) {}
 
+CQelString::CQelString(CQelString&& other) noexcept
+    : m_string(other.m_string),
+      m_cstringCache(other.m_cstringCache),
+      m_cstringCacheEncoding(other.m_cstringCacheEncoding)
+{
+    other.m_string = nullptr;
+    other.m_cstringCache = nullptr;
+}
+
 CQelString::CQelString(const char* text, CFStringEncoding encoding) : m_string(NewEmpty())
 {
     // Hosts never pass null here, but a null text is simply no text.

@@ -16,6 +16,9 @@ class CQelString {
 public:
     CQelString();
     CQelString(const CQelString& other);
+    // Takes over the other's text without copying it; the other is left
+    // without a string and may only be destroyed or assigned to.
+    CQelString(CQelString&& other) noexcept;
     CQelString(const char* text, CFStringEncoding encoding);  // the pointer is not tested
     explicit CQelString(CFStringRef text);                    // null gives an empty string
     virtual ~CQelString();

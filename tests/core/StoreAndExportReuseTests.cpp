@@ -8,6 +8,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -41,6 +42,24 @@ TEST(StoreReuse, AnItemRewrittenWithItsOwnTextKeepsIt)
     dict.SetValue(kWhiteBalance, caller);
     caller.Append(" and more", kASCII);
     EXPECT_EQ(dict.FindValue(kWhiteBalance)->ToUTF8(), "Shade");
+}
+
+TEST(StoreReuse, AMovedTextKeepsItsBytesAndTheOriginalCanBeReused)
+{
+    CQelString original = Text("Cloudy");
+    const char* bytes = original.GetCStringPtr(kASCII);
+    CQelString moved(std::move(original));
+    EXPECT_EQ(moved.ToUTF8(), "Cloudy");
+    EXPECT_EQ(moved.GetCStringPtr(kASCII), bytes) << "the encoded bytes travel with the text";
+    EXPECT_STREQ(bytes, "Cloudy");
+    original = Text("Shade");  // a moved-from text may be assigned to again
+    EXPECT_EQ(original.ToUTF8(), "Shade");
+
+    // Stored by taking the text over: the store holds it, whatever happens next.
+    CQelInfoDictionary dict;
+    dict.SetValue(kWhiteBalance, std::move(moved));
+    dict.SetValue(kWhiteBalance, Text("Sunny"));  // a later text replaces it
+    EXPECT_EQ(dict.FindValue(kWhiteBalance)->ToUTF8(), "Sunny");
 }
 
 // One item of each way a line is made: the value alone, the title alone, and
