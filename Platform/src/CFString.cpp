@@ -297,9 +297,8 @@ void CFStringAppend(CFMutableStringRef theString, CFStringRef appendedString)
 {
     if (theString == nullptr || appendedString == nullptr)
         return;
-    // Copy first: the appended string may be the string itself.
-    std::u16string tail = appendedString->units;
-    MutableOf(theString)->units += tail;
+    // Appending a string to itself is well defined for std::u16string too.
+    MutableOf(theString)->units += appendedString->units;
 }
 
 void CFStringAppendCharacters(CFMutableStringRef theString, const UniChar* chars, CFIndex numChars)
