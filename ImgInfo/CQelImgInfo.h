@@ -200,6 +200,10 @@ protected:
     SInt32 m_saturationListIndex = -1;
 
 private:
+    // Where the export joins a title and a value into one line; kept so that
+    // its buffer serves line after line without allocating.
+    CQelString m_line;
+
     // The value list of an item: its builder and its current-position member.
     struct ValueList {
         UInt32 itemID;

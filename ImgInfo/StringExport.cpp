@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
-#include <optional>
 
 namespace {
 
@@ -55,20 +54,19 @@ void ZeroBuffer(char* buffer, UInt32 size)
 }
 
 // Title, blank, value, built in `line`.
-const CQelString* Joined(const CQelString& title, const CQelString& value,
-                         std::optional<CQelString>& line)
+const CQelString* Joined(const CQelString& title, const CQelString& value, CQelString& line)
 {
-    line.emplace(title);
-    line->Append(CFSTR(" "));
-    line->Append(value);
-    return &*line;
+    line.Clear();
+    line.Append(title);
+    line.Append(CFSTR(" "));
+    line.Append(value);
+    return &line;
 }
 
 // The display line of an item, or null when the item shows nothing. A line
 // that is one stored text is that text itself; only a joined line is built,
 // in `line`.
-const CQelString* DisplayLine(const CQelInfoDictionary& dict, UInt32 itemID,
-                              std::optional<CQelString>& line)
+const CQelString* DisplayLine(const CQelInfoDictionary& dict, UInt32 itemID, CQelString& line)
 {
     if (itemID == kNoItem)
         return nullptr;
@@ -109,8 +107,7 @@ CFStringRef CopyText(const CQelString* text)
 UInt32 CQelImgInfo::GetInfoString(UInt32 itemID, char* buffer, UInt32 bufferSize,
                                   CFStringEncoding encoding)
 {
-    std::optional<CQelString> line;
-    return ExportText(DisplayLine(m_infoDict, itemID, line), buffer, bufferSize, encoding);
+    return ExportText(DisplayLine(m_infoDict, itemID, m_line), buffer, bufferSize, encoding);
 }
 
 UInt32 CQelImgInfo::GetInfoStringLength(UInt32 itemID, CFStringEncoding encoding)
@@ -142,8 +139,7 @@ UInt32 CQelImgInfo::GetInfoStringLength(UInt32 itemID, CFStringEncoding encoding
 
 CFStringRef CQelImgInfo::CopyInfoCFString(UInt32 itemID)
 {
-    std::optional<CQelString> line;
-    return CopyText(DisplayLine(m_infoDict, itemID, line));
+    return CopyText(DisplayLine(m_infoDict, itemID, m_line));
 }
 
 UInt32 CQelImgInfo::GetInfoTitleString(UInt32 itemID, char* buffer, UInt32 bufferSize,

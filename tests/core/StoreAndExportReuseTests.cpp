@@ -84,6 +84,12 @@ TEST_P(ExportedLines, StayTheHostsAfterTheStoreChanges)
     CFStringRef title = info.CopyInfoTitleCFString(c.item);
     CFStringRef value = info.CopyInfoValueCFString(c.item);
     ASSERT_NE(line, nullptr);
+    // Lines of other items exported afterwards must not show through.
+    info.m_infoDict.SetTitle(kFlashMode, Text("Flash"));
+    info.m_infoDict.SetValue(kFlashMode, Text("Fill-in flash, red-eye reduction"));
+    char other[64];
+    EXPECT_GT(info.GetInfoString(kFlashMode, other, sizeof other, kASCII), 0u);
+    CFRelease(info.CopyInfoCFString(kFlashMode));
     // The next file replaces every text; the copies must not follow.
     info.m_infoDict.SetTitle(c.item, Text("Other title"));
     info.m_infoDict.SetValue(c.item, Text("Other value"));
