@@ -161,16 +161,45 @@ bool DecodeUTF8(const UInt8* bytes, size_t length, bool lenient, std::u16string&
     return true;
 }
 
+// The UTF-8 bytes of one code point written at `at`; answers their count.
+size_t PutUTF8(char* at, uint32_t scalar)
+{
+    if (scalar < 0x80) {
+        at[0] = static_cast<char>(scalar);
+        return 1;
+    }
+    if (scalar < 0x800) {
+        at[0] = static_cast<char>(0xC0 | (scalar >> 6));
+        at[1] = static_cast<char>(0x80 | (scalar & 0x3F));
+        return 2;
+    }
+    if (scalar < 0x10000) {
+        at[0] = static_cast<char>(0xE0 | (scalar >> 12));
+        at[1] = static_cast<char>(0x80 | ((scalar >> 6) & 0x3F));
+        at[2] = static_cast<char>(0x80 | (scalar & 0x3F));
+        return 3;
+    }
+    at[0] = static_cast<char>(0xF0 | (scalar >> 18));
+    at[1] = static_cast<char>(0x80 | ((scalar >> 12) & 0x3F));
+    at[2] = static_cast<char>(0x80 | ((scalar >> 6) & 0x3F));
+    at[3] = static_cast<char>(0x80 | (scalar & 0x3F));
+    return 4;
+}
+
 bool EncodeUTF8(const std::u16string& units, UInt8 lossByte, std::string& out)
 {
-    out.clear();
-    out.reserve(units.size());
-    return ForEachScalar(
-        units, [&](uint32_t scalar) { AppendUTF8(out, scalar); },
+    // Written straight into room for the longest outcome, three bytes a unit
+    // (a surrogate pair takes four for its two units), then cut to size.
+    out.resize(3 * units.size());
+    char* next = &out[0];
+    const bool complete = ForEachScalar(
+        units, [&](uint32_t scalar) { next += PutUTF8(next, scalar); },
         [&] {
-            out += static_cast<char>(lossByte);
+            *next++ = static_cast<char>(lossByte);
             return lossByte != 0;
         });
+    out.resize(static_cast<size_t>(next - out.data()));
+    return complete;
 }
 
 // Non-lossy ASCII: ASCII as is, a backslash doubled, everything else as
@@ -291,21 +320,8 @@ namespace qelcf {
 
 void AppendUTF8(std::string& out, uint32_t scalar)
 {
-    if (scalar < 0x80) {
-        out += static_cast<char>(scalar);
-    } else if (scalar < 0x800) {
-        out += static_cast<char>(0xC0 | (scalar >> 6));
-        out += static_cast<char>(0x80 | (scalar & 0x3F));
-    } else if (scalar < 0x10000) {
-        out += static_cast<char>(0xE0 | (scalar >> 12));
-        out += static_cast<char>(0x80 | ((scalar >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (scalar & 0x3F));
-    } else {
-        out += static_cast<char>(0xF0 | (scalar >> 18));
-        out += static_cast<char>(0x80 | ((scalar >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((scalar >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (scalar & 0x3F));
-    }
+    char bytes[4];
+    out.append(bytes, PutUTF8(bytes, scalar));
 }
 
 std::u16string DecodeUTF8Lenient(const char* bytes, size_t length)
