@@ -223,7 +223,7 @@ std::string TextOf(const Exiv2::Exifdatum& datum)
     std::vector<Exiv2::byte> raw(datum.size());
     if (!raw.empty())
         datum.copy(raw.data(), Exiv2::littleEndian);
-    std::string text(raw.begin(), raw.end());
+    std::string text(reinterpret_cast<const char*>(raw.data()), raw.size());
     return text.substr(0, text.find('\0'));
 }
 
@@ -272,7 +272,8 @@ std::optional<std::string> CommentOf(const Exiv2::Exifdatum& datum)
         if (raw.size() < kCharacterCodeLength)
             return std::nullopt;
         datum.copy(raw.data(), Exiv2::littleEndian);
-        text.assign(raw.begin() + kCharacterCodeLength, raw.end());
+        text.assign(reinterpret_cast<const char*>(raw.data()) + kCharacterCodeLength,
+                    raw.size() - kCharacterCodeLength);
     }
     text = text.substr(0, text.find('\0'));
     text.erase(text.find_last_not_of(' ') + 1);
@@ -381,6 +382,16 @@ void AddImageSize(TagTable& tags, const Exiv2::Image& image)
         tags.AddBytes(0x10001, kQelValueInt32, HostBytes(static_cast<SInt32>(image.pixelHeight())));
 }
 
+// exiv2 begins some messages with the file's path; the host names the file
+// itself.
+std::string WithoutPath(std::string message, const std::string& path)
+{
+    const std::string prefix = path + ": ";
+    if (message.compare(0, prefix.size(), prefix) == 0)
+        message.erase(0, prefix.size());
+    return message;
+}
+
 void PrepareExiv2()
 {
     static const bool prepared = [] {
@@ -415,7 +426,7 @@ std::unique_ptr<ExivTagSource> ExivTagSource::FromFile(const std::string& path)
         // Only fills in what PixelX/YDimension left open.
         AddImageSize(*source, *image);
     } catch (const Exiv2::AnyError& error) {
-        throw TagSourceError(std::string("not a readable image: ") + error.what());
+        throw TagSourceError("not a readable image: " + WithoutPath(error.what(), path));
     } catch (const TagSourceError&) {
         throw;
     } catch (const std::exception& error) {

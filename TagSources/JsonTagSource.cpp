@@ -177,7 +177,8 @@ TagTable::Tag PayloadTag(Payload payload, const json& value, const std::string& 
             Malformed(where, "\"text\" must be a string");
         {
             const std::string& text = value.get_ref<const std::string&>();
-            tag.bytes.assign(text.begin(), text.end());
+            const auto* bytes = reinterpret_cast<const UInt8*>(text.data());
+            tag.bytes.assign(bytes, bytes + text.size());
             tag.bytes.push_back(0);
             tag.isText = true;
         }
@@ -291,6 +292,15 @@ json ParseJson(const std::string& text)
         if (colon != std::string::npos)
             reason = reason.substr(colon + 2);
         Malformed(Position(text, error.byte), "JSON syntax error: " + reason);
+    } catch (const json::exception& error) {
+        // A number beyond the range of a double is refused by the parser
+        // without a position: "[json.exception.out_of_range.406] number
+        // overflow parsing '1e400'".
+        std::string reason = error.what();
+        size_t bracket = reason.find("] ");
+        if (bracket != std::string::npos)
+            reason = reason.substr(bracket + 2);
+        Malformed("", "JSON number out of range: " + reason);
     }
 }
 

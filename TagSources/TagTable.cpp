@@ -55,7 +55,8 @@ bool TagTable::AddText(UInt32 id, const std::string& text, std::optional<UInt32>
 {
     Tag tag;
     tag.type = kQelValueText;
-    tag.bytes.assign(text.begin(), text.end());
+    const auto* bytes = reinterpret_cast<const UInt8*>(text.data());
+    tag.bytes.assign(bytes, bytes + text.size());
     tag.bytes.push_back(0);
     tag.size = size ? *size : static_cast<UInt32>(tag.bytes.size());
     tag.isText = true;

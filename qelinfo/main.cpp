@@ -32,7 +32,9 @@ struct ImgInfoDestroyer {
 void ReportFailure(const qelinfo::Options& options, const std::string& file,
                    const std::string& reason)
 {
-    std::cerr << "qelinfo: " << file << ": " << reason << std::endl;
+    // A name with a line break or undecodable bytes must not break the
+    // one line per failed file.
+    std::cerr << "qelinfo: " << qel::PrintableText(file) << ": " << reason << std::endl;
     if (options.format == qelinfo::OutputFormat::kJson)
         std::cout << qelinfo::JsonErrorLine(file, reason) << std::endl;
 }

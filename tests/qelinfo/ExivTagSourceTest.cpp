@@ -21,7 +21,8 @@ using qelinfo_test::BytesOf;
 
 Bytes Text(const std::string& text)
 {
-    Bytes bytes(text.begin(), text.end());
+    const auto* first = reinterpret_cast<const UInt8*>(text.data());
+    Bytes bytes(first, first + text.size());
     bytes.push_back(0);
     return bytes;
 }
