@@ -83,8 +83,8 @@ std::optional<unsigned long long> HexNumber(const std::string& text, size_t maxD
     if (text.size() < 3 || text[0] != '0' || (text[1] != 'x' && text[1] != 'X'))
         return std::nullopt;
     std::string digits = text.substr(2);
-    if (digits.size() > maxDigits ||
-        !std::all_of(digits.begin(), digits.end(), [](unsigned char c) { return std::isxdigit(c); }))
+    auto isHexDigit = [](char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; };
+    if (digits.size() > maxDigits || !std::all_of(digits.begin(), digits.end(), isHexDigit))
         return std::nullopt;
     return std::stoull(digits, nullptr, 16);
 }
