@@ -27,18 +27,38 @@ CQelInfoDictionary& CQelInfoDictionary::operator=(const CQelInfoDictionary& othe
     return *this;
 }
 
+CQelInfoDictionary::CQelInfoDictionary(const CQelInfoDictionary& other)
+    : m_titleMap(other.m_titleMap), m_valueMap(other.m_valueMap)
+{
+}
+
 void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, const CQelString& text)
 {
-    // The last write wins: the earlier text is replaced by a copy of the new
-    // one, made once.
-    auto [stored, inserted] = map.try_emplace(id, text);
-    if (!inserted)
-        stored->second = text;
+    // The last write wins: the earlier text is replaced by a copy of the new one.
+    auto at = map.lower_bound(id);
+    if (at != map.end() && at->first == id) {
+        at->second = text;
+        return;
+    }
+    if (m_spareEntries.empty()) {
+        map.emplace_hint(at, id, text);
+        return;
+    }
+    // An entry of the last read: the text is copied into its string's buffer.
+    Map::node_type entry = std::move(m_spareEntries.back());
+    m_spareEntries.pop_back();
+    entry.key() = id;
+    entry.mapped().Clear();
+    entry.mapped().Append(text);
+    map.insert(at, std::move(entry));
 }
 
 void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, CQelString&& text)
 {
-    // A new item takes the text over; an earlier text is replaced by a copy.
+    // A new item takes the text over unless an entry of the last read can
+    // hold it; an earlier text is replaced by a copy.
+    if (!m_spareEntries.empty())
+        return SetStringToMap(map, id, static_cast<const CQelString&>(text));
     auto [stored, inserted] = map.try_emplace(id, std::move(text));
     if (!inserted)
         stored->second = text;
@@ -157,6 +177,7 @@ void CQelInfoDictionary::CopyMap(const Map* from, Map* to)
 
 void CQelInfoDictionary::Clear()
 {
-    m_titleMap.clear();
-    m_valueMap.clear();
+    for (Map* map : {&m_titleMap, &m_valueMap})
+        while (!map->empty())
+            m_spareEntries.push_back(map->extract(map->begin()));
 }

@@ -7,13 +7,14 @@
 #include "CQelString.h"
 
 #include <map>
+#include <vector>
 
 class CQelInfoDictionary {
 public:
     using Map = std::map<UInt32, CQelString>;
 
     CQelInfoDictionary() = default;
-    CQelInfoDictionary(const CQelInfoDictionary&) = default;
+    CQelInfoDictionary(const CQelInfoDictionary& other);
     virtual ~CQelInfoDictionary();
     CQelInfoDictionary& operator=(const CQelInfoDictionary& other);
 
@@ -44,14 +45,17 @@ public:
     const Map& Values() const { return m_valueMap; }
 
 private:
-    static void SetStringToMap(Map& map, UInt32 id, const CQelString& text);
-    static void SetStringToMap(Map& map, UInt32 id, CQelString&& text);
+    void SetStringToMap(Map& map, UInt32 id, const CQelString& text);
+    void SetStringToMap(Map& map, UInt32 id, CQelString&& text);
     static bool GetStringFromMap(const Map& map, UInt32 id, CQelString* out);
     static UInt32 GetByteLengthAtIndex(const Map& map, UInt32 id, CFStringEncoding encoding);
     static const char* GetCStringPtrFromMap(const Map& map, UInt32 id, CFStringEncoding encoding);
 
     Map m_titleMap;
     Map m_valueMap;
+    // Entries of the last read, kept with their strings after Clear so that
+    // the next read stores its texts into buffers it already has.
+    std::vector<Map::node_type> m_spareEntries;
 };
 
 #endif

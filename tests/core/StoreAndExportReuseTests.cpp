@@ -9,6 +9,7 @@
 #include <cstring>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -42,6 +43,54 @@ TEST(StoreReuse, AnItemRewrittenWithItsOwnTextKeepsIt)
     dict.SetValue(kWhiteBalance, caller);
     caller.Append(" and more", kASCII);
     EXPECT_EQ(dict.FindValue(kWhiteBalance)->ToUTF8(), "Shade");
+}
+
+// Successive reads into one store: each holds exactly what it stored, with
+// texts longer and shorter than the ones the previous read left behind.
+TEST(StoreReuse, EachReadHoldsOnlyWhatItStored)
+{
+    struct Item {
+        UInt32 id;
+        const char* title;
+        const char* value;  // null: no value stored
+    };
+    const std::vector<std::vector<Item>> reads = {
+        {{kModel, "Model", "Talvo Q77"}, {kWhiteBalance, "White Balance", "Cloudy"},
+         {kGPSAltitude, "Altitude", nullptr}},
+        {{kWhiteBalance, "WB", "Incandescent, fine-tuned +2"}, {kFlashMode, "Flash", ""}},
+        {},
+        {{kGPSAltitude, "Altitude above sea level", "35 m"}, {kModel, "M", "Q"},
+         {kFlashGroupA, "Group A", "TTL +1.0 EV"}, {kWhiteBalance, "White Balance", "Shade"}},
+    };
+    CQelInfoDictionary dict;
+    for (const std::vector<Item>& read : reads) {
+        dict.Clear();
+        UInt32 values = 0;
+        for (const Item& item : read) {
+            dict.SetTitle(item.id, Text(item.title));  // taken over
+            if (item.value) {
+                const CQelString value = Text(item.value);
+                dict.SetValue(item.id, value);  // copied
+                ++values;
+            }
+        }
+        EXPECT_EQ(dict.GetMapCount(&dict.Titles()), read.size());
+        EXPECT_EQ(dict.GetValueCount(), values);
+        for (const Item& item : read) {
+            EXPECT_EQ(dict.FindTitle(item.id)->ToUTF8(), item.title);
+            if (item.value)
+                EXPECT_EQ(dict.FindValue(item.id)->ToUTF8(), item.value);
+            else
+                EXPECT_EQ(dict.FindValue(item.id), nullptr);
+        }
+        // A copy of the store holds the same, and is independent of it.
+        CQelInfoDictionary copy(dict);
+        EXPECT_EQ(copy.GetMapCount(&copy.Titles()), read.size());
+        EXPECT_EQ(copy.GetValueCount(), values);
+    }
+    // What an earlier read stored and the last did not is gone.
+    EXPECT_EQ(dict.FindValue(kFlashMode), nullptr);
+    EXPECT_EQ(dict.FindTitle(kFlashMode), nullptr);
 }
 
 TEST(StoreReuse, AMovedTextKeepsItsBytesAndTheOriginalCanBeReused)
