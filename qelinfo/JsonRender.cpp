@@ -9,53 +9,100 @@ namespace {
 // Keys in the order a reader expects them, not sorted.
 using Json = nlohmann::ordered_json;
 
-Json TextOrNull(const std::optional<std::string>& text)
-{
-    return text ? Json(*text) : Json(nullptr);
-}
-
 // File names need not be UTF-8; anything else must come out as valid JSON.
 std::string Dump(const Json& object)
 {
     return object.dump(-1, ' ', false, nlohmann::detail::error_handler_t::replace);
 }
 
+// The line is written straight into one string, in exactly the form the
+// JSON library gives (no blanks, keys in order). A text of printable ASCII
+// without quotes or backslashes goes in as it is; any other text is left to
+// the library, which escapes it and replaces what is not UTF-8.
+class Line {
+public:
+    const std::string& Text() const { return m_text; }
+
+    Line& Raw(const char* text)
+    {
+        m_text += text;
+        return *this;
+    }
+    Line& Key(const char* key)
+    {
+        m_text += '"';
+        m_text += key;
+        m_text += "\":";
+        return *this;
+    }
+    Line& String(const std::string& text)
+    {
+        for (char c : text) {
+            const auto byte = static_cast<unsigned char>(c);
+            if (byte < 0x20 || byte > 0x7E || c == '"' || c == '\\') {
+                m_text += Dump(Json(text));
+                return *this;
+            }
+        }
+        m_text += '"';
+        m_text += text;
+        m_text += '"';
+        return *this;
+    }
+    Line& StringOrNull(const std::optional<std::string>& text)
+    {
+        return text ? String(*text) : Raw("null");
+    }
+    template <class Integer>
+    Line& Number(Integer number)
+    {
+        m_text += std::to_string(number);
+        return *this;
+    }
+
+private:
+    std::string m_text;
+};
+
 }  // namespace
 
 std::string JsonLine(const std::string& file, const FileInfo& info)
 {
-    Json items = Json::array();
-    for (const ItemText& item : info.items)
-        items.push_back({{"id", item.id},
-                         {"title", TextOrNull(item.title)},
-                         {"value", TextOrNull(item.value)},
-                         {"line", TextOrNull(item.line)}});
+    Line line;
+    line.Raw("{").Key("file").String(file).Raw(",").Key("values").Number(info.values);
 
-    Json cells = Json::array();
-    for (const auto& row : info.grid) {
-        Json ids = Json::array();
-        for (const GridCell& cell : row)
-            ids.push_back(cell.id);
-        cells.push_back(std::move(ids));
+    line.Raw(",").Key("items").Raw("[");
+    for (size_t i = 0; i < info.items.size(); ++i) {
+        const ItemText& item = info.items[i];
+        line.Raw(i ? ",{" : "{").Key("id").Number(item.id);
+        line.Raw(",").Key("title").StringOrNull(item.title);
+        line.Raw(",").Key("value").StringOrNull(item.value);
+        line.Raw(",").Key("line").StringOrNull(item.line).Raw("}");
     }
 
-    Json lists = Json::array();
-    for (const ValueList& list : info.lists) {
-        Json entries = Json::array();
-        for (const ListEntry& entry : list.entries)
-            entries.push_back({{"raw", entry.raw}, {"text", TextOrNull(entry.text)}});
-        lists.push_back({{"id", list.id},
-                         {"count", list.entries.size()},
-                         {"current", list.current},
-                         {"entries", std::move(entries)}});
+    line.Raw("],").Key("grid").Raw("{").Key("rows").Number(info.rows);
+    line.Raw(",").Key("cols").Number(info.cols).Raw(",").Key("cells").Raw("[");
+    for (size_t r = 0; r < info.grid.size(); ++r) {
+        line.Raw(r ? ",[" : "[");
+        for (size_t c = 0; c < info.grid[r].size(); ++c)
+            line.Raw(c ? "," : "").Number(info.grid[r][c].id);
+        line.Raw("]");
     }
 
-    Json object = {{"file", file},
-                   {"values", info.values},
-                   {"items", std::move(items)},
-                   {"grid", {{"rows", info.rows}, {"cols", info.cols}, {"cells", std::move(cells)}}},
-                   {"lists", std::move(lists)}};
-    return Dump(object);
+    line.Raw("]},").Key("lists").Raw("[");
+    for (size_t l = 0; l < info.lists.size(); ++l) {
+        const ValueList& list = info.lists[l];
+        line.Raw(l ? ",{" : "{").Key("id").Number(list.id);
+        line.Raw(",").Key("count").Number(list.entries.size());
+        line.Raw(",").Key("current").Number(list.current).Raw(",").Key("entries").Raw("[");
+        for (size_t e = 0; e < list.entries.size(); ++e) {
+            line.Raw(e ? ",{" : "{").Key("raw").Number(list.entries[e].raw);
+            line.Raw(",").Key("text").StringOrNull(list.entries[e].text).Raw("}");
+        }
+        line.Raw("]}");
+    }
+    line.Raw("]}");
+    return line.Text();
 }
 
 std::string JsonErrorLine(const std::string& file, const std::string& reason)
