@@ -51,6 +51,9 @@
 #include <limits>
 #include <numeric>
 #include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
 
 namespace qel {
 
@@ -152,12 +155,64 @@ struct ISORecord {
 static_assert(sizeof(ISORecord) == 4, "ISO record is 4 bytes");
 constexpr UInt16 kISOModeNumber = 0;
 
-const Exiv2::Exifdatum* FindDatum(const Exiv2::ExifData& exif, const char* key)
+// Keys read besides those of kExifTags.
+constexpr const char* kISOKey = "Exif.Photo.ISOSpeedRatings";
+constexpr const char* kWhiteBalanceKey = "Exif.Photo.WhiteBalance";
+constexpr const char* kLightSourceKey = "Exif.Photo.LightSource";
+
+// Every key the source reads, as exiv2 spells it, with its place in an
+// ExifIndex; made once.
+const std::unordered_map<std::string, size_t>& KeyPlaces()
 {
-    auto it = exif.findKey(Exiv2::ExifKey(key));
-    if (it == exif.end() || it->count() == 0)
-        return nullptr;
-    return &*it;
+    static const auto places = [] {
+        std::unordered_map<std::string, size_t> places;
+        auto add = [&](const char* key) { places.emplace(Exiv2::ExifKey(key).key(), places.size()); };
+        for (const ExifTag& entry : kExifTags)
+            add(entry.key);
+        for (const char* key : {kISOKey, kWhiteBalanceKey, kLightSourceKey})
+            add(key);
+        return places;
+    }();
+    return places;
+}
+
+// The first datum of each key the source reads, found in one pass over the
+// image's Exif data instead of one search per key (each of which copies
+// the key of every datum it passes).
+class ExifIndex {
+public:
+    explicit ExifIndex(const Exiv2::ExifData& exif) : m_exif(exif), m_first(KeyPlaces().size())
+    {
+        for (const Exiv2::Exifdatum& datum : exif) {
+            auto place = KeyPlaces().find(datum.key());
+            if (place != KeyPlaces().end() && !m_first[place->second])
+                m_first[place->second] = &datum;
+        }
+    }
+
+    // As ExifData::findKey finds it: the first datum with the key, null when
+    // there is none or it holds no value.
+    const Exiv2::Exifdatum* Find(const char* key) const
+    {
+        const Exiv2::Exifdatum* datum = nullptr;
+        auto place = KeyPlaces().find(key);
+        if (place != KeyPlaces().end()) {
+            datum = m_first[place->second];
+        } else {
+            auto it = m_exif.findKey(Exiv2::ExifKey(key));
+            datum = it == m_exif.end() ? nullptr : &*it;
+        }
+        return datum && datum->count() > 0 ? datum : nullptr;
+    }
+
+private:
+    const Exiv2::ExifData& m_exif;
+    std::vector<const Exiv2::Exifdatum*> m_first;
+};
+
+const Exiv2::Exifdatum* FindDatum(const ExifIndex& exif, const char* key)
+{
+    return exif.Find(key);
 }
 
 bool IsInteger(Exiv2::TypeId type)
@@ -339,9 +394,9 @@ void AddConverted(TagTable& tags, const ExifTag& entry, const Exiv2::Exifdatum& 
 }
 
 // ISO sensitivity as a plain ISO number (mode 0).
-void AddISOSensitivity(TagTable& tags, const Exiv2::ExifData& exif)
+void AddISOSensitivity(TagTable& tags, const ExifIndex& exif)
 {
-    const Exiv2::Exifdatum* datum = FindDatum(exif, "Exif.Photo.ISOSpeedRatings");
+    const Exiv2::Exifdatum* datum = FindDatum(exif, kISOKey);
     if (!datum)
         return;
     auto iso = IntegerOf(*datum);
@@ -351,14 +406,14 @@ void AddISOSensitivity(TagTable& tags, const Exiv2::ExifData& exif)
                   HostBytes(ISORecord{kISOModeNumber, static_cast<UInt16>(*iso)}));
 }
 
-std::optional<WhiteBalanceSetting> WhiteBalanceOf(const Exiv2::ExifData& exif)
+std::optional<WhiteBalanceSetting> WhiteBalanceOf(const ExifIndex& exif)
 {
-    const Exiv2::Exifdatum* balance = FindDatum(exif, "Exif.Photo.WhiteBalance");
+    const Exiv2::Exifdatum* balance = FindDatum(exif, kWhiteBalanceKey);
     if (balance && IntegerOf(*balance) == kExifWhiteBalanceAuto)
         return kWBAuto;
     // Manual, or a file from before the WhiteBalance tag: the light source
     // names the setting.
-    const Exiv2::Exifdatum* light = FindDatum(exif, "Exif.Photo.LightSource");
+    const Exiv2::Exifdatum* light = FindDatum(exif, kLightSourceKey);
     if (!light)
         return std::nullopt;
     auto source = IntegerOf(*light);
@@ -368,7 +423,7 @@ std::optional<WhiteBalanceSetting> WhiteBalanceOf(const Exiv2::ExifData& exif)
     return std::nullopt;
 }
 
-void AddWhiteBalance(TagTable& tags, const Exiv2::ExifData& exif)
+void AddWhiteBalance(TagTable& tags, const ExifIndex& exif)
 {
     if (auto setting = WhiteBalanceOf(exif))
         tags.AddBytes(0x80005, kQelValueWhiteBalance, HostBytes(WhiteBalanceRecord{*setting, 0}));
@@ -416,7 +471,7 @@ std::unique_ptr<ExivTagSource> ExivTagSource::FromFile(const std::string& path)
         if (!image.get())
             throw TagSourceError("not a readable image");
         image->readMetadata();
-        const Exiv2::ExifData& exif = image->exifData();
+        const ExifIndex exif(image->exifData());
         for (const ExifTag& entry : kExifTags)
             if (const Exiv2::Exifdatum* datum = FindDatum(exif, entry.key))
                 if (!source->Find(entry.item))
