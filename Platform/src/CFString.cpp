@@ -199,7 +199,9 @@ Boolean CFStringGetCString(CFStringRef theString, char* buffer, CFIndex bufferSi
 {
     if (theString == nullptr || buffer == nullptr || bufferSize <= 0)
         return false;
-    std::string bytes;
+    // Encoded into a buffer each thread keeps, so that a conversion does not
+    // allocate once the thread has converted a text as long.
+    thread_local std::string bytes;
     if (!qelcf::EncodeUnits(theString->units, encoding, 0, false, bytes) ||
         bytes.size() + 1 > static_cast<size_t>(bufferSize))
         return false;
