@@ -1,8 +1,8 @@
 #include "CFText.h"
 
 #include <memory>
+#include <string>
 #include <type_traits>
-#include <vector>
 
 namespace qelinfo {
 
@@ -41,10 +41,13 @@ std::optional<std::string> AdoptCFString(CFStringRef string)
                                                         kCFStringEncodingUTF8);
     if (maximum < 0)
         return LossyUTF8(string);
-    std::vector<char> buffer(static_cast<size_t>(maximum) + 1);
-    if (CFStringGetCString(string, buffer.data(), static_cast<CFIndex>(buffer.size()),
-                           kCFStringEncodingUTF8))
-        return std::string(buffer.data());
+    // Converted straight into the string handed back, then cut at the end
+    // of the text.
+    std::string text(static_cast<size_t>(maximum), '\0');
+    if (CFStringGetCString(string, &text[0], maximum + 1, kCFStringEncodingUTF8)) {
+        text.resize(std::char_traits<char>::length(text.c_str()));
+        return text;
+    }
     return LossyUTF8(string);
 }
 
