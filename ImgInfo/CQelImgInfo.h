@@ -200,9 +200,15 @@ protected:
     SInt32 m_saturationListIndex = -1;
 
 private:
-    // Where the export joins a title and a value into one line; kept so that
-    // its buffer serves line after line without allocating.
+    // Where the export joins a title and a value into one line and the value
+    // lists build an entry's text; kept so that its buffer serves text after
+    // text without allocating.
     CQelString m_line;
+    CQelString& EmptyScratchText()
+    {
+        m_line.Clear();
+        return m_line;
+    }
 
     // The value list of an item: its builder and its current-position member.
     struct ValueList {

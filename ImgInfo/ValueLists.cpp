@@ -131,7 +131,7 @@ UInt32 CQelImgInfo::GetInfoValueListItemString(UInt32 itemID, UInt32 index, UInt
 {
     if (buffer)
         std::memset(buffer, 0, bufferSize);
-    CQelString text;
+    CQelString& text = EmptyScratchText();
     if (const ValueList* list = FindValueList(itemID))
         (this->*list->build)(index, &text, value, nullptr);
     else if (value)  // hosts pass a valid pointer; a null one is skipped, not written
@@ -145,7 +145,7 @@ UInt32 CQelImgInfo::GetInfoValueListItemStringLength(UInt32 itemID, UInt32 index
     const ValueList* list = FindValueList(itemID);
     if (!list)
         return 0;
-    CQelString text;
+    CQelString& text = EmptyScratchText();
     UInt32 raw = 0;
     (this->*list->build)(index, &text, &raw, nullptr);
     return text.GetByteLength(encoding);
@@ -160,7 +160,7 @@ CFStringRef CQelImgInfo::CopyInfoValueListItemCFString(UInt32 itemID, UInt32 ind
             *value = 0;
         return nullptr;
     }
-    CQelString text;
+    CQelString& text = EmptyScratchText();
     (this->*list->build)(index, &text, value, nullptr);
     return text.GetLength() > 0 ? CFStringCreateCopy(kCFAllocatorDefault, text.GetCFString())
                                 : nullptr;

@@ -1,6 +1,7 @@
 // The store and the export hand out stored texts without copying them more
-// than once: what the host receives must still be its own, and rewriting an
-// item with its own text must keep it.
+// than once, and build lines and list entries in one buffer the object
+// keeps: what the host receives must still be its own, whatever it asks for
+// next, and rewriting an item with its own text must keep it.
 #include "QelItemIDs.h"
 #include "TestImgInfo.h"
 
@@ -173,5 +174,47 @@ INSTANTIATE_TEST_SUITE_P(
                     LineCase{kWhiteBalance, "White Balance", "", "White Balance"},
                     LineCase{kWhiteBalance, "White Balance", "Cloudy", "White Balance Cloudy"},
                     LineCase{kGPSAltitude, "Altitude", "35 m", "Altitude 35 m"}));
+
+// Value-list entries are built in the same buffer as the lines: each
+// answer is whole and the host's copies stay as they were.
+TEST(ListReuse, EachEntryIsBuiltAfresh)
+{
+    TestImgInfo info;
+    info.Kinds(kDeviceSLR, 0);
+    info.m_infoDict.SetTitle(kWhiteBalance, Text("White Balance"));
+    info.m_infoDict.SetValue(kWhiteBalance, Text("Cloudy, fine-tuned -1"));
+    UInt32 raw = 0;
+    CFStringRef first = info.CopyInfoValueListItemCFString(kWhiteBalance, 0, &raw);
+    ASSERT_NE(first, nullptr);
+    const std::string firstText = CQelString(first).ToUTF8();
+    const UInt32 firstLength = info.GetInfoValueListItemStringLength(kWhiteBalance, 0, kASCII);
+
+    struct Ask {
+        UInt32 item, index;
+        CFStringEncoding encoding;
+    };
+    // Lines, other entries, entries past the end and items without a list,
+    // in turn; the first entry asked again must come out as before.
+    const Ask asks[] = {{kWhiteBalance, 5, kASCII},       {kSharpening, 2, kASCII},
+                        {kWhiteBalance, 99, kASCII},      {kISOSensitivity, 0, kCFStringEncodingUTF16},
+                        {kWhiteBalance, 0, kASCII}};
+    char buffer[64];
+    for (const Ask& ask : asks) {
+        info.GetInfoString(kWhiteBalance, buffer, sizeof buffer, kASCII);
+        const UInt32 placed = info.GetInfoValueListItemString(ask.item, ask.index, &raw, buffer,
+                                                              sizeof buffer, ask.encoding);
+        TestImgInfo fresh;  // what an object that never built a text answers
+        fresh.Kinds(kDeviceSLR, 0);
+        char freshBuffer[64];
+        UInt32 freshRaw = 0;
+        EXPECT_EQ(placed, fresh.GetInfoValueListItemString(ask.item, ask.index, &freshRaw,
+                                                           freshBuffer, sizeof freshBuffer,
+                                                           ask.encoding))
+            << ask.item << "/" << ask.index;
+        EXPECT_EQ(std::memcmp(buffer, freshBuffer, sizeof buffer), 0) << ask.item << "/" << ask.index;
+    }
+    EXPECT_EQ(info.GetInfoValueListItemStringLength(kWhiteBalance, 0, kASCII), firstLength);
+    EXPECT_EQ(Owned(first), firstText);
+}
 
 }  // namespace
