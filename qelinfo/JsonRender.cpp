@@ -21,18 +21,13 @@ std::string Dump(const Json& object)
 // the library, which escapes it and replaces what is not UTF-8.
 class Line {
 public:
+    Line() { m_text.reserve(kTypicalLength); }
     const std::string& Text() const { return m_text; }
 
+    // Punctuation and keys, written as they stand: `",\"title\":"`.
     Line& Raw(const char* text)
     {
         m_text += text;
-        return *this;
-    }
-    Line& Key(const char* key)
-    {
-        m_text += '"';
-        m_text += key;
-        m_text += "\":";
         return *this;
     }
     Line& String(const std::string& text)
@@ -61,6 +56,8 @@ public:
     }
 
 private:
+    // Room for the line of an SLR file with every item, so it is not regrown.
+    static constexpr size_t kTypicalLength = 8192;
     std::string m_text;
 };
 
@@ -69,19 +66,19 @@ private:
 std::string JsonLine(const std::string& file, const FileInfo& info)
 {
     Line line;
-    line.Raw("{").Key("file").String(file).Raw(",").Key("values").Number(info.values);
+    line.Raw("{\"file\":").String(file).Raw(",\"values\":").Number(info.values);
 
-    line.Raw(",").Key("items").Raw("[");
+    line.Raw(",\"items\":[");
     for (size_t i = 0; i < info.items.size(); ++i) {
         const ItemText& item = info.items[i];
-        line.Raw(i ? ",{" : "{").Key("id").Number(item.id);
-        line.Raw(",").Key("title").StringOrNull(item.title);
-        line.Raw(",").Key("value").StringOrNull(item.value);
-        line.Raw(",").Key("line").StringOrNull(item.line).Raw("}");
+        line.Raw(i ? ",{\"id\":" : "{\"id\":").Number(item.id);
+        line.Raw(",\"title\":").StringOrNull(item.title);
+        line.Raw(",\"value\":").StringOrNull(item.value);
+        line.Raw(",\"line\":").StringOrNull(item.line).Raw("}");
     }
 
-    line.Raw("],").Key("grid").Raw("{").Key("rows").Number(info.rows);
-    line.Raw(",").Key("cols").Number(info.cols).Raw(",").Key("cells").Raw("[");
+    line.Raw("],\"grid\":{\"rows\":").Number(info.rows);
+    line.Raw(",\"cols\":").Number(info.cols).Raw(",\"cells\":[");
     for (size_t r = 0; r < info.grid.size(); ++r) {
         line.Raw(r ? ",[" : "[");
         for (size_t c = 0; c < info.grid[r].size(); ++c)
@@ -89,15 +86,15 @@ std::string JsonLine(const std::string& file, const FileInfo& info)
         line.Raw("]");
     }
 
-    line.Raw("]},").Key("lists").Raw("[");
+    line.Raw("]},\"lists\":[");
     for (size_t l = 0; l < info.lists.size(); ++l) {
         const ValueList& list = info.lists[l];
-        line.Raw(l ? ",{" : "{").Key("id").Number(list.id);
-        line.Raw(",").Key("count").Number(list.entries.size());
-        line.Raw(",").Key("current").Number(list.current).Raw(",").Key("entries").Raw("[");
+        line.Raw(l ? ",{\"id\":" : "{\"id\":").Number(list.id);
+        line.Raw(",\"count\":").Number(list.entries.size());
+        line.Raw(",\"current\":").Number(list.current).Raw(",\"entries\":[");
         for (size_t e = 0; e < list.entries.size(); ++e) {
-            line.Raw(e ? ",{" : "{").Key("raw").Number(list.entries[e].raw);
-            line.Raw(",").Key("text").StringOrNull(list.entries[e].text).Raw("}");
+            line.Raw(e ? ",{\"raw\":" : "{\"raw\":").Number(list.entries[e].raw);
+            line.Raw(",\"text\":").StringOrNull(list.entries[e].text).Raw("}");
         }
         line.Raw("]}");
     }
