@@ -24,6 +24,7 @@ static_assert(IsAscending(std::begin(kQelAllItemIDs), std::end(kQelAllItemIDs)),
 std::vector<ItemText> Items(IQelImgInfo& info)
 {
     std::vector<ItemText> items;
+    items.reserve(std::size(kQelAllItemIDs));
     for (UInt32 id : kQelAllItemIDs) {
         ItemText item;
         item.id = id;
@@ -45,6 +46,7 @@ std::vector<ValueList> Lists(IQelImgInfo& info)
         list.id = id;
         list.current = info.GetInfoValueListCurrentIndex(id);
         UInt32 count = info.GetInfoValueListCount(id);
+        list.entries.reserve(count);
         for (UInt32 index = 0; index < count; ++index) {
             ListEntry entry;
             entry.text = AdoptCFString(info.CopyInfoValueListItemCFString(id, index, &entry.raw));
@@ -64,8 +66,10 @@ FileInfo ReadFileInfo(IQelImgInfo& info, IVandelTagControl& tags)
     file.items = Items(info);
     file.rows = info.GetLayoutRows();
     file.cols = info.GetLayoutCols();
+    file.grid.reserve(file.rows);
     for (UInt32 row = 0; row < file.rows; ++row) {
         std::vector<GridCell> cells;
+        cells.reserve(file.cols);
         for (UInt32 col = 0; col < file.cols; ++col)
             cells.push_back({info.GetLayoutItem(row, col),
                              AdoptCFString(info.CopyLayoutCFString(row, col))});
