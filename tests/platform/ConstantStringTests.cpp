@@ -1,6 +1,6 @@
 // Constant strings are interned by their text: the same text always gives
-// the same object, from any buffer and any thread, and a buffer that now
-// holds another text gives that text's constant.
+// the same object, from any buffer, any place naming it and any thread, and
+// a buffer that now holds another text gives that text's constant.
 #include "PlatformTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -24,6 +24,17 @@ TEST(ConstantStrings, FollowTheTextNotTheBuffer)
         EXPECT_EQ(fromBuffer, __CFStringMakeConstantString(text)) << text;
         EXPECT_EQ(fromBuffer, __CFStringMakeConstantString(std::string(text).c_str())) << text;
     }
+}
+
+TEST(ConstantStrings, EveryPlaceNamingATextGetsItsOneConstant)
+{
+    auto named = [] { return CFSTR("IDS_QEL_WB"); };
+    for (int call = 0; call < 3; ++call) {
+        EXPECT_EQ(named(), CFSTR("IDS_QEL_WB")) << call;
+        EXPECT_EQ(named(), __CFStringMakeConstantString("IDS_QEL_WB")) << call;
+    }
+    EXPECT_NE(CFSTR("IDS_QEL_WB"), CFSTR("IDS_QEL_WB_CLOUDY"));
+    EXPECT_EQ(Utf8(CFSTR("IDS_QEL_WB_CLOUDY")), "IDS_QEL_WB_CLOUDY");
 }
 
 TEST(ConstantStrings, AreTheSameObjectInEveryThread)

@@ -124,7 +124,18 @@ CF_EXPORT CFIndex CFGetRetainCount(CFTypeRef cf);
 
 // Strings
 CF_EXPORT CFStringRef __CFStringMakeConstantString(const char* cStr);
+#if defined(__cplusplus)
+// Each place that names a constant string interns it once and keeps it, so
+// that using it again costs no more than the compiler-built constants of the
+// Mac do.
+#define CFSTR(cStr)                                                                   \
+    ([]() -> CFStringRef {                                                            \
+        static const CFStringRef constant = __CFStringMakeConstantString("" cStr ""); \
+        return constant;                                                              \
+    }())
+#else
 #define CFSTR(cStr) __CFStringMakeConstantString("" cStr "")
+#endif
 
 CF_EXPORT CFStringRef CFStringCreateWithCString(CFAllocatorRef alloc, const char* cStr,
                                                 CFStringEncoding encoding);
