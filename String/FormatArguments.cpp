@@ -1,5 +1,6 @@
 #include "FormatArguments.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -38,9 +39,20 @@ size_t ReadPosition(const std::vector<UniChar>& text, size_t& i)
     return 0;
 }
 
+// Printed numbers and literals: each byte up to the first zero becomes one
+// unit (a byte above 0x7F, which no number prints, stands for its Latin-1
+// character, as the string layer appends it).
 void AppendASCII(CFMutableStringRef out, const std::string& text)
 {
-    CFStringAppendCString(out, text.c_str(), kCFStringEncodingASCII);
+    const size_t length = std::char_traits<char>::length(text.c_str());
+    UniChar units[64];
+    for (size_t done = 0; done < length;) {
+        const size_t count = std::min(length - done, sizeof units / sizeof units[0]);
+        for (size_t k = 0; k < count; ++k)
+            units[k] = static_cast<unsigned char>(text[done + k]);
+        CFStringAppendCharacters(out, units, static_cast<CFIndex>(count));
+        done += count;
+    }
 }
 
 // A C string in the system encoding; bytes that are not UTF-8 are taken as
@@ -277,7 +289,9 @@ void AppendFormatted(CFMutableStringRef out, CFStringRef format,
 {
     if (!out || !format)
         return;
-    std::vector<UniChar> text(static_cast<size_t>(CFStringGetLength(format)));
+    // The format's units, in a buffer each thread keeps for the next format.
+    thread_local std::vector<UniChar> text;
+    text.resize(static_cast<size_t>(CFStringGetLength(format)));
     if (!text.empty())
         CFStringGetCharacters(format, CFRangeMake(0, static_cast<CFIndex>(text.size())), text.data());
     Formatter(out, arguments, count).Run(text);
