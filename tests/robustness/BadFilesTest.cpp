@@ -42,7 +42,7 @@ std::string ReadAll(const std::string& path)
 
 std::string Bytes(std::initializer_list<unsigned char> bytes)
 {
-    return std::string(bytes.begin(), bytes.end());
+    return std::string(reinterpret_cast<const char*>(bytes.begin()), bytes.size());
 }
 
 // Pseudo-random but the same on every run.
