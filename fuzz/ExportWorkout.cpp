@@ -39,8 +39,7 @@ constexpr UInt32 kStrangeIndexes[] = {0xFFFFFFFF, 0x80000000};
 
 [[noreturn]] void Broken(const char* what, UInt32 size, UInt32 answer)
 {
-    std::fprintf(stderr, "export contract broken: %s (buffer %u bytes, answer %u)\n", what, size,
-                 answer);
+    std::fprintf(stderr, "export contract broken: %s (%u, %u)\n", what, size, answer);
     std::abort();
 }
 
@@ -189,6 +188,18 @@ size_t SeededChoices::Below(size_t count)
     m_state ^= m_state << 25;
     m_state ^= m_state >> 27;
     return static_cast<size_t>((m_state * 0x2545F4914F6CDD1Dull) >> 33) % count;
+}
+
+void RequireValueCount(IQelImgInfo& info, UInt32 answered)
+{
+    UInt32 values = 0;
+    for (UInt32 id : kQelAllItemIDs)
+        if (CFStringRef value = info.CopyInfoValueCFString(id)) {
+            ++values;
+            CFRelease(value);
+        }
+    if (values != answered)
+        Broken("the read counted other values than it stored", values, answered);
 }
 
 void ExerciseEveryExport(IQelImgInfo& info, Choices& choices)

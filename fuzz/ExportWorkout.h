@@ -38,6 +38,10 @@ uint64_t SeedOf(const uint8_t* data, size_t size);
 
 void ExerciseEveryExport(IQelImgInfo& info, Choices& choices);
 
+// Aborts unless `answered` (what ReadFileTags returned) is the number of
+// items that have a value, all of them among the items a host can list.
+void RequireValueCount(IQelImgInfo& info, UInt32 answered);
+
 }  // namespace qel_fuzz
 
 #endif

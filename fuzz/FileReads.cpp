@@ -25,11 +25,12 @@ void ReadTwiceAndExercise(qel::TagTable& tags, const uint8_t* data, size_t size)
     std::unique_ptr<IQelImgInfo, Destroyer> info(IQelImgInfo::CreateImageInfo());
     SeededChoices choices(SeedOf(data, size));
     for (int read = 0; read < kReads; ++read) {
-        info->ReadFileTags(&tags);
+        const UInt32 values = info->ReadFileTags(&tags);
         if (tags.OutstandingErrors() != 0) {
             std::fprintf(stderr, "%zu error objects were not released\n", tags.OutstandingErrors());
             std::abort();
         }
+        RequireValueCount(*info, values);
         ExerciseEveryExport(*info, choices);
     }
 }

@@ -38,13 +38,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const int files = input.ConsumeIntegralInRange(1, 3);
     for (int file = 0; file < files; ++file) {
         qel_fuzz::SeededChoices choices(input.ConsumeIntegral<uint64_t>());
+        UInt32 values = 0;
         if (input.ConsumeIntegralInRange(1, kNoSourceOneIn) == 1) {
-            info->ReadFileTags(nullptr);
+            values = info->ReadFileTags(nullptr);
         } else {
             qel_fuzz::HostileTagSource tags(input);
-            info->ReadFileTags(&tags);
+            values = info->ReadFileTags(&tags);
             tags.RequireEveryErrorReleasedOnce();
         }
+        qel_fuzz::RequireValueCount(*info, values);
         qel_fuzz::ExerciseEveryExport(*info, choices);
     }
     return 0;

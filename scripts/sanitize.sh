@@ -42,7 +42,8 @@ if [ "$what" = all ] || [ "$what" = valgrind ]; then
     echo "== memcheck: $name"
     if ! valgrind --tool=memcheck --error-exitcode=99 --leak-check=full \
         --errors-for-leak-kinds=definite --show-leak-kinds=definite \
-        --trace-children=yes --log-file="$logs/$name.%p.log" \
+        --trace-children=yes --suppressions=scripts/memcheck.supp \
+        --log-file="$logs/$name.%p.log" \
         "$program" --gtest_brief=1 >"$logs/$name.out" 2>&1; then
       failed+=("$name")
       tail -n 30 "$logs/$name.out"
@@ -54,7 +55,7 @@ if [ "$what" = all ] || [ "$what" = valgrind ]; then
       echo "== $log"
       grep -vE '^==[0-9]+== *$' "$log" | head -n 80
     done <"$logs/faulty"
-    failed+=("child processes")
+    failed+=("the processes logged above")
   fi
   if [ ${#failed[@]} -gt 0 ]; then
     echo "memcheck found faults in: ${failed[*]} (logs in $logs)" >&2
