@@ -71,18 +71,18 @@ void AppendCString(CFMutableStringRef out, const char* text)
 }
 
 template <class... Values>
-std::string Print(const std::string& spec, Values... values)
+std::string Print(const std::string& directive, Values... values)
 {
     // A number fits the small buffer and is printed once; only a longer
     // text is measured first and printed again.
     char small[64];
-    int needed = std::snprintf(small, sizeof small, spec.c_str(), values...);
+    int needed = std::snprintf(small, sizeof small, directive.c_str(), values...);
     if (needed <= 0)
         return {};
     if (static_cast<size_t>(needed) < sizeof small)
         return std::string(small, static_cast<size_t>(needed));
     std::string result(static_cast<size_t>(needed) + 1, '\0');
-    std::snprintf(&result[0], result.size(), spec.c_str(), values...);
+    std::snprintf(&result[0], result.size(), directive.c_str(), values...);
     result.resize(static_cast<size_t>(needed));
     return result;
 }
@@ -239,15 +239,15 @@ private:
         const FormatArgument* a = Take(c.position);
         if (!a)
             return;
-        std::string spec = "%" + c.flags + width + precision;
+        std::string directive = "%" + c.flags + width + precision;
         switch (c.conversion) {
         case 'd': case 'i':
             if (IsInteger(*a))
-                return AppendASCII(m_out, Print(spec + "lld", Narrowed(*a, c.length, true)));
+                return AppendASCII(m_out, Print(directive + "lld", Narrowed(*a, c.length, true)));
             break;
         case 'u': case 'x': case 'X': case 'o':
             if (IsInteger(*a))
-                return AppendASCII(m_out, Print(spec + "ll" + c.conversion,
+                return AppendASCII(m_out, Print(directive + "ll" + c.conversion,
                                                 static_cast<unsigned long long>(
                                                     Narrowed(*a, c.length, false))));
             break;
@@ -259,13 +259,13 @@ private:
             break;
         case 'f': case 'F': case 'e': case 'E': case 'g': case 'G': case 'a': case 'A':
             if (a->kind == FormatArgument::Kind::Double)
-                return AppendASCII(m_out, Print(spec + c.conversion, a->real));
+                return AppendASCII(m_out, Print(directive + c.conversion, a->real));
             break;
         case 's':
             if (a->kind == FormatArgument::Kind::CString) {
                 if (!a->text)
                     return AppendASCII(m_out, "(null)");
-                return AppendCString(m_out, Print(spec + "s", a->text).c_str());
+                return AppendCString(m_out, Print(directive + "s", a->text).c_str());
             }
             break;
         case '@':

@@ -47,7 +47,7 @@ struct Conversion {
 struct Piece {
     std::u16string literal;  // printed as is when `isConversion` is false
     bool isConversion = false;
-    Conversion spec;
+    Conversion directive;
 };
 
 // Argument numbers beyond this are not conversions: no caller passes that
@@ -97,41 +97,41 @@ int ReadStarArgument(const std::u16string& text, size_t& at, int& sequential)
 
 constexpr char kKnownConversions[] = "diouxXDOUcCsSpfFeEgGaA@n";
 
-bool ParseConversion(const std::u16string& text, size_t& at, int& sequential, Conversion& spec)
+bool ParseConversion(const std::u16string& text, size_t& at, int& sequential, Conversion& directive)
 {
-    spec.valueArg = ReadPosition(text, at);
+    directive.valueArg = ReadPosition(text, at);
     while (at < text.size() && IsOneOf(text[at], "-+ #0'"))
-        spec.flags += static_cast<char>(text[at++]);
+        directive.flags += static_cast<char>(text[at++]);
     if (at < text.size() && text[at] == u'*') {
-        spec.widthArg = ReadStarArgument(text, at, sequential);
-        spec.hasWidth = true;
+        directive.widthArg = ReadStarArgument(text, at, sequential);
+        directive.hasWidth = true;
     } else if (at < text.size() && IsDigit(text[at])) {
-        spec.width = ReadNumber(text, at);
-        spec.hasWidth = true;
+        directive.width = ReadNumber(text, at);
+        directive.hasWidth = true;
     }
     if (at < text.size() && text[at] == u'.') {
         ++at;
-        spec.hasPrecision = true;
+        directive.hasPrecision = true;
         if (at < text.size() && text[at] == u'*')
-            spec.precisionArg = ReadStarArgument(text, at, sequential);
+            directive.precisionArg = ReadStarArgument(text, at, sequential);
         else
-            spec.precision = std::max(ReadNumber(text, at), 0);  // "%.f" means precision 0
+            directive.precision = std::max(ReadNumber(text, at), 0);  // "%.f" means precision 0
     }
     static const char* const kLengths[] = {"hh", "ll", "h", "l", "q", "L", "z", "t", "j"};
     for (const char* length : kLengths) {
         const size_t size = std::strlen(length);
         if (at + size <= text.size() &&
             std::equal(length, length + size, text.begin() + static_cast<long>(at))) {
-            spec.length = length;
+            directive.length = length;
             at += size;
             break;
         }
     }
     if (at >= text.size() || !IsOneOf(text[at], kKnownConversions))
         return false;
-    spec.conversion = static_cast<char>(text[at++]);
-    if (spec.valueArg == 0)
-        spec.valueArg = ++sequential;
+    directive.conversion = static_cast<char>(text[at++]);
+    if (directive.valueArg == 0)
+        directive.valueArg = ++sequential;
     return true;
 }
 
@@ -151,15 +151,15 @@ std::vector<Piece> ParseFormat(const std::u16string& format)
             continue;
         }
         const size_t start = at++;
-        Conversion spec;
-        if (!ParseConversion(format, at, sequential, spec)) {
+        Conversion directive;
+        if (!ParseConversion(format, at, sequential, directive)) {
             // Not a conversion this layer knows: the text stays as written.
             pieces.back().literal.append(format, start, at - start);
             continue;
         }
         Piece piece;
         piece.isConversion = true;
-        piece.spec = spec;
+        piece.directive = directive;
         pieces.push_back(std::move(piece));
         pieces.emplace_back();
     }
@@ -177,19 +177,19 @@ ArgKind IntegerKind(const std::string& length)
     return ArgKind::Int;
 }
 
-ArgKind ValueKind(const Conversion& spec)
+ArgKind ValueKind(const Conversion& directive)
 {
-    switch (spec.conversion) {
+    switch (directive.conversion) {
     case 'D': case 'O': case 'U':
         return ArgKind::Long;
     case 'c': case 'C':
         return ArgKind::Int;
     case 'f': case 'F': case 'e': case 'E': case 'g': case 'G': case 'a': case 'A':
-        return spec.length == "L" ? ArgKind::LongDouble : ArgKind::Double;
+        return directive.length == "L" ? ArgKind::LongDouble : ArgKind::Double;
     case 's': case 'S': case 'p': case '@': case 'n':
         return ArgKind::Pointer;
     default:
-        return IntegerKind(spec.length);
+        return IntegerKind(directive.length);
     }
 }
 
@@ -213,9 +213,9 @@ std::vector<Argument> ReadArguments(const std::vector<Piece>& pieces, va_list li
     for (const Piece& piece : pieces) {
         if (!piece.isConversion)
             continue;
-        NoteKind(arguments, piece.spec.widthArg, ArgKind::Int);
-        NoteKind(arguments, piece.spec.precisionArg, ArgKind::Int);
-        NoteKind(arguments, piece.spec.valueArg, ValueKind(piece.spec));
+        NoteKind(arguments, piece.directive.widthArg, ArgKind::Int);
+        NoteKind(arguments, piece.directive.precisionArg, ArgKind::Int);
+        NoteKind(arguments, piece.directive.valueArg, ValueKind(piece.directive));
     }
     for (Argument& argument : arguments) {
         switch (argument.kind) {
@@ -269,21 +269,21 @@ std::string PrintC(const char* format, ...)
 
 class Formatter {
 public:
-    Formatter(const Conversion& spec, const std::vector<Argument>& arguments)
-        : spec_(spec), arguments_(arguments)
+    Formatter(const Conversion& directive, const std::vector<Argument>& arguments)
+        : spec_(directive), arguments_(arguments)
     {
-        width_ = spec.widthArg ? static_cast<int>(ArgumentAt(spec.widthArg).integer) : spec.width;
-        precision_ = spec.precisionArg ? static_cast<int>(ArgumentAt(spec.precisionArg).integer)
-                                       : spec.precision;
-        leftAlign_ = spec.flags.find('-') != std::string::npos;
+        width_ = directive.widthArg ? static_cast<int>(ArgumentAt(directive.widthArg).integer) : directive.width;
+        precision_ = directive.precisionArg ? static_cast<int>(ArgumentAt(directive.precisionArg).integer)
+                                       : directive.precision;
+        leftAlign_ = directive.flags.find('-') != std::string::npos;
         if (width_ < 0) {  // a negative '*' width means left alignment
             leftAlign_ = true;
             width_ = width_ == INT32_MIN ? 0 : -width_;
         }
-        if (!spec.hasWidth)
+        if (!directive.hasWidth)
             width_ = 0;
         // A negative '*' precision counts as none.
-        hasPrecision_ = spec.hasPrecision && precision_ >= 0;
+        hasPrecision_ = directive.hasPrecision && precision_ >= 0;
     }
 
     void AppendTo(std::u16string& out) const
@@ -428,7 +428,7 @@ void AppendFormatted(std::u16string& out, CFStringRef format, va_list arguments)
     va_end(list);
     for (const Piece& piece : pieces) {
         if (piece.isConversion)
-            Formatter(piece.spec, values).AppendTo(out);
+            Formatter(piece.directive, values).AppendTo(out);
         else
             out += piece.literal;
     }
