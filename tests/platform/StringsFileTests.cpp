@@ -1,7 +1,6 @@
 // Strings tables: syntax, escapes, encodings and malformed files.
 #include "PlatformTestSupport.h"
 #include "StringsFile.h"
-#include "TempTree.h"
 
 #include <gtest/gtest.h>
 

@@ -28,14 +28,6 @@ constexpr unsigned char kTinyJpeg[] = {
     0xa2, 0xe1, 0xff, 0xda, 0x00, 0x08, 0x01, 0x01, 0x00, 0x00, 0x3f, 0x00, 0x43, 0x98, 0x86,
     0xd8, 0xbf, 0xff, 0xd9};
 
-std::string ReadAll(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream content;
-    content << in.rdbuf();
-    return content.str();
-}
-
 std::vector<std::string> Lines(const std::string& text)
 {
     std::vector<std::string> lines;
@@ -54,6 +46,14 @@ std::string ShellQuoted(const std::string& text)
 }
 
 }  // namespace
+
+std::string ReadAll(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream content;
+    content << in.rdbuf();
+    return content.str();
+}
 
 ScratchFolder::ScratchFolder()
 {

@@ -23,6 +23,8 @@ std::vector<uint8_t> BytesOf(const std::vector<T>& values)
     return bytes;
 }
 
+std::string ReadAll(const std::string& path);
+
 struct ExifEntry {
     std::string key;    // "Exif.Photo.ExposureBiasValue"
     std::string type;   // exiv2 type name: "Ascii", "Short", "Rational", "SRational", ...

@@ -1,17 +1,15 @@
-// qelinfo on files nobody should hand it, all made here: truncated and
-// corrupt images, files that are no image at all, special files, malformed
-// tag files, names that are hard to print. A bad file gets exactly one line
-// on stderr that names it and says why, an error object in JSON mode, and
-// the files around it are still shown; the run then ends with status 1.
-// Images without Exif, or with their picture data cut off, are not bad:
-// they are shown with whatever they carry.
+// qelinfo on files nobody should hand it, all made here: missing, empty,
+// truncated and corrupt images, files that are no image at all, special
+// files, malformed tag files, names that are hard to print. A bad file gets
+// exactly one line on stderr that names it and says why, an error object in
+// JSON mode, and the files around it are still shown; the run then ends with
+// status 1. Images without Exif, or with their picture data cut off, are not
+// bad: they are shown with whatever they carry.
 #include "QelinfoTestSupport.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -19,26 +17,14 @@
 
 namespace {
 
-using nlohmann::json;
-using qelinfo_test::ExifEntry;
-using ProgramRun = qelinfo_test::Run;
+using qelinfo_test::ReadAll;
 using qelinfo_test::RunQelinfo;
 using qelinfo_test::ScratchFolder;
+using qelinfo_test::TalvoTagFile;
 
 const std::string kSamples = QELINFO_SAMPLES_DIR;
 const std::string kGoodTagFile = kSamples + "/merivax-e5400.json";
 const std::string kGoodImage = kSamples + "/talvo-q77-harbour.jpg";
-
-const std::vector<ExifEntry> kSomeExif = {{"Exif.Image.Make", "Ascii", "TALVO CORPORATION"},
-                                          {"Exif.Image.Model", "Ascii", "TALVO Q77"},
-                                          {"Exif.Photo.FNumber", "Rational", "8/1"},
-                                          {"Exif.Photo.ExposureTime", "Rational", "1/250"}};
-
-std::string ReadAll(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
 
 std::string Bytes(std::initializer_list<unsigned char> bytes)
 {
@@ -61,39 +47,41 @@ std::string Noise(size_t size)
 
 std::string JpegWithExif(const ScratchFolder& folder)
 {
-    return ReadAll(folder.WriteJpeg("source.jpg", kSomeExif));
+    return ReadAll(folder.WriteJpeg("source.jpg", {{"Exif.Image.Make", "Ascii", "TALVO CORPORATION"},
+                                                   {"Exif.Image.Model", "Ascii", "TALVO Q77"},
+                                                   {"Exif.Photo.FNumber", "Rational", "8/1"},
+                                                   {"Exif.Photo.ExposureTime", "Rational", "1/250"}}));
 }
 
-// Where the picture data of a JPEG starts: the first start-of-scan marker.
-size_t StartOfScan(const std::string& jpeg)
-{
-    size_t at = jpeg.find("\xFF\xDA");
-    if (at == std::string::npos)
-        throw std::runtime_error("no start of scan");
-    return at;
-}
-
-// A file that cannot be shown. `make` answers its path, or "" when the
-// case cannot be set up here (a file the superuser can still read).
+// A file that cannot be shown, and what its reason must mention. `make`
+// answers its path, or "" when the case cannot be set up here (a file the
+// superuser can still read).
 struct BadCase {
     const char* name;
     std::string (*make)(const ScratchFolder&);
+    const char* mention = "";
 };
 
-void PrintTo(const BadCase& item, std::ostream* out)
+void PrintTo(const BadCase& item, std::ostream* out) { *out << item.name; }
+
+std::string Folder(const ScratchFolder& f, const std::string& name)
 {
-    *out << item.name;
+    std::filesystem::create_directory(f.Path() + "/" + name);
+    return f.Path() + "/" + name;
 }
 
 const BadCase kBadFiles[] = {
-    // Truncated images
+    {"Missing", [](const ScratchFolder& f) { return f.Path() + "/gone.jpg"; }, "No such file"},
+    {"MissingTagFile", [](const ScratchFolder& f) { return f.Path() + "/gone.json"; }, "No such file"},
+    {"EmptyImage", [](const ScratchFolder& f) { return f.Write("empty.jpg", ""); }, "empty"},
+    {"EmptyTagFile", [](const ScratchFolder& f) { return f.Write("empty.json", ""); }, "empty"},
+    // Truncated and corrupt images
     {"ExifCutShort", [](const ScratchFolder& f) { return f.Write("cut.jpg", JpegWithExif(f).substr(0, 40)); }},
     {"MarkerWithoutLength", [](const ScratchFolder& f) { return f.Write("marker.jpg", Bytes({0xFF, 0xD8, 0xFF, 0xE1})); }},
     {"TiffDirectoryCutShort",
      [](const ScratchFolder& f) { return f.Write("cut.tif", Bytes({'I', 'I', 42, 0, 8, 0, 0, 0, 0xFF, 0xFF})); }},
     {"PngSignatureOnly",
      [](const ScratchFolder& f) { return f.Write("cut.png", Bytes({0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A})); }},
-    // Corrupt images
     {"SegmentLongerThanFile",
      [](const ScratchFolder& f) {
          return f.Write("long.jpg", Bytes({0xFF, 0xD8, 0xFF, 0xE1, 0xFF, 0xF0}) + std::string("Exif\0\0II*\0", 10));
@@ -107,9 +95,7 @@ const BadCase kBadFiles[] = {
     // No image at all
     {"Noise", [](const ScratchFolder& f) { return f.Write("noise.jpg", Noise(4096)); }},
     {"Program", [](const ScratchFolder& f) { return f.Write("program", Bytes({0x7F, 'E', 'L', 'F', 2, 1, 1, 0})); }},
-    {"Archive", [](const ScratchFolder& f) { return f.Write("photos.gz", Bytes({0x1F, 0x8B, 8, 0, 0, 0, 0, 0})); }},
-    {"Document", [](const ScratchFolder& f) { return f.Write("scan.pdf", "%PDF-1.4\n%%EOF\n"); }},
-    {"WebPage", [](const ScratchFolder& f) { return f.Write("index.html", "<html><body>photo</body></html>\n"); }},
+    {"Text", [](const ScratchFolder& f) { return f.Write("notes.png", "shopping list\n"); }, "not a readable image"},
     // Special files
     {"Fifo",
      [](const ScratchFolder& f) {
@@ -117,16 +103,8 @@ const BadCase kBadFiles[] = {
          return mkfifo(path.c_str(), 0600) == 0 ? path : std::string();
      }},
     {"Device", [](const ScratchFolder&) { return std::string("/dev/null"); }},
-    {"FolderNamedLikeAnImage",
-     [](const ScratchFolder& f) {
-         std::filesystem::create_directory(f.Path() + "/holiday.jpg");
-         return f.Path() + "/holiday.jpg";
-     }},
-    {"FolderNamedLikeATagFile",
-     [](const ScratchFolder& f) {
-         std::filesystem::create_directory(f.Path() + "/tags.json");
-         return f.Path() + "/tags.json";
-     }},
+    {"FolderNamedLikeAnImage", [](const ScratchFolder& f) { return Folder(f, "holiday.jpg"); }, "directory"},
+    {"FolderNamedLikeATagFile", [](const ScratchFolder& f) { return Folder(f, "tags.json"); }, "directory"},
     {"Unreadable",
      [](const ScratchFolder& f) {
          std::string path = f.Write("locked.jpg", JpegWithExif(f));
@@ -134,6 +112,18 @@ const BadCase kBadFiles[] = {
          return geteuid() == 0 ? std::string() : path;
      }},
     // Malformed tag files
+    {"TagFileSyntax", [](const ScratchFolder& f) { return f.Write("syntax.json", "{\"tags\": [\n  {\"id\": 272,,}]}"); },
+     "line 2, column 14"},
+    {"TagFileDuplicateID",
+     [](const ScratchFolder& f) {
+         return f.Write("twice.json", TalvoTagFile("TALVO Q77", 1028, R"({"id": 272, "type": 2, "text": "Q"})"));
+     },
+     "twice"},
+    {"TagFileBadPayload",
+     [](const ScratchFolder& f) {
+         return f.Write("payload.json", TalvoTagFile("TALVO Q77", 1028, R"({"id": "0x80005", "type": 266, "ints": "6"})"));
+     },
+     "tag 0x80005"},
     {"TagFileCutShort",
      [](const ScratchFolder& f) { return f.Write("cut.json", ReadAll(kSamples + "/talvo-q77.json").substr(0, 700)); }},
     {"TagFileNumberBeyondDoubles",
@@ -141,9 +131,7 @@ const BadCase kBadFiles[] = {
     {"TagFileDeeplyNested",
      [](const ScratchFolder& f) { return f.Write("deep.json", std::string(100000, '[') + std::string(100000, ']')); }},
     {"TagFileInvalidUtf8",
-     [](const ScratchFolder& f) {
-         return f.Write("utf8.json", "{\"tags\": [{\"id\": 271, \"type\": 2, \"text\": \"\xFF\xFE\"}]}");
-     }},
+     [](const ScratchFolder& f) { return f.Write("utf8.json", "{\"tags\": [{\"id\": 271, \"type\": 2, \"text\": \"\xFF\xFE\"}]}"); }},
     {"TagFileInUtf16",
      [](const ScratchFolder& f) {
          std::string text;
@@ -151,13 +139,9 @@ const BadCase kBadFiles[] = {
              text += std::string(1, c) + '\0';
          return f.Write("wide.json", "\xFF\xFE" + text);
      }},
-    {"TagFileWithZeroByte",
-     [](const ScratchFolder& f) { return f.Write("zero.json", std::string("{\"tags\": [\0]}", 13)); }},
-    {"TagFileKeyWithLineBreak",
-     [](const ScratchFolder& f) { return f.Write("key.json", R"({"tags": [], "file\nkind": 1})"); }},
-    {"TagFileThatIsAString", [](const ScratchFolder& f) { return f.Write("string.json", R"("tags")"); }},
+    {"TagFileWithZeroByte", [](const ScratchFolder& f) { return f.Write("zero.json", std::string("{\"tags\": [\0]}", 13)); }},
+    {"TagFileKeyWithLineBreak", [](const ScratchFolder& f) { return f.Write("key.json", R"({"tags": [], "file\nkind": 1})"); }},
     {"ImageNamedLikeATagFile", [](const ScratchFolder& f) { return f.Write("photo.json", ReadAll(kGoodImage)); }},
-    {"NoiseNamedLikeATagFile", [](const ScratchFolder& f) { return f.Write("noise.json", Noise(1024)); }},
     {"TagFileTooLarge",
      [](const ScratchFolder& f) {
          std::string path = f.Write("huge.json", "{}");
@@ -207,11 +191,12 @@ TEST_P(BadFile, GetsOneLineAndTheFilesAroundItAreShown)
     if (bad.empty())
         GTEST_SKIP() << "cannot be set up for this user";
 
-    ProgramRun json = RunQelinfo({"--format", "json", kGoodTagFile, bad, kGoodImage});
+    auto json = RunQelinfo({"--format", "json", kGoodTagFile, bad, kGoodImage});
     EXPECT_EQ(json.status, 1);
     ASSERT_EQ(json.ErrLines().size(), 1u) << json.err;
     std::string reason;
     ExpectOneClearLine(json.ErrLines()[0], bad, &reason);
+    EXPECT_NE(reason.find(GetParam().mention), std::string::npos) << reason;
     auto objects = json.Objects();
     ASSERT_EQ(objects.size(), 3u) << json.out;
     EXPECT_EQ(objects[0]["file"], kGoodTagFile);
@@ -220,7 +205,7 @@ TEST_P(BadFile, GetsOneLineAndTheFilesAroundItAreShown)
     EXPECT_EQ(objects[2]["file"], kGoodImage);
     EXPECT_TRUE(objects[2].contains("grid"));
 
-    ProgramRun text = RunQelinfo({kGoodImage, bad, kGoodTagFile});
+    auto text = RunQelinfo({kGoodImage, bad, kGoodTagFile});
     EXPECT_EQ(text.status, 1);
     EXPECT_EQ(text.err, json.err);
     EXPECT_EQ(text.OutLines().at(0), kGoodImage);
@@ -245,7 +230,7 @@ TEST(BadFiles, EachGetsItsOwnLineInOneRunAndNoGoodFileIsLost)
         arguments.push_back(kGoodTagFile);
     }
 
-    ProgramRun run = RunQelinfo(arguments);
+    auto run = RunQelinfo(arguments);
     EXPECT_EQ(run.status, 1);
     auto lines = run.ErrLines();
     ASSERT_EQ(lines.size(), bad.size()) << run.err;
@@ -254,8 +239,7 @@ TEST(BadFiles, EachGetsItsOwnLineInOneRunAndNoGoodFileIsLost)
     for (size_t i = 0; i < bad.size(); ++i) {
         std::string reason;
         ExpectOneClearLine(lines[i], bad[i], &reason);
-        EXPECT_EQ(objects[2 * i]["file"], bad[i]);
-        EXPECT_EQ(objects[2 * i]["error"], reason);
+        EXPECT_EQ(objects[2 * i], (nlohmann::json{{"file", bad[i]}, {"error", reason}}));
         // Every good file in between reads the same as on its own.
         EXPECT_EQ(objects[2 * i + 1], objects[1]) << "after " << bad[i];
     }
@@ -265,80 +249,58 @@ TEST(BadFiles, EachGetsItsOwnLineInOneRunAndNoGoodFileIsLost)
 TEST(BadFiles, HardToPrintNamesStillMakeOneLineEach)
 {
     ScratchFolder folder;
-    const std::vector<std::string> names = {folder.Path() + "/two\nlines.jpg",
-                                            folder.Path() + "/carriage\rreturn.json",
-                                            folder.Path() + "/not-utf8-\xFF\xFE.jpg"};
     std::vector<std::string> arguments = {"--format", "json"};
-    arguments.insert(arguments.end(), names.begin(), names.end());
+    for (const char* name : {"/two\nlines.jpg", "/carriage\rreturn.json", "/not-utf8-\xFF\xFE.jpg"})
+        arguments.push_back(folder.Path() + name);
 
-    ProgramRun run = RunQelinfo(arguments);
+    auto run = RunQelinfo(arguments);
     EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.ErrLines().size(), names.size()) << run.err;
+    EXPECT_EQ(run.ErrLines().size(), 3u) << run.err;
     auto objects = run.Objects();  // each parses as JSON
-    ASSERT_EQ(objects.size(), names.size());
-    for (const json& object : objects)
+    ASSERT_EQ(objects.size(), 3u);
+    for (const auto& object : objects)
         EXPECT_TRUE(object.contains("error")) << object;
 }
 
 // Readable images that carry no Exif: shown, with no device and no grid.
-struct NoExifCase {
-    const char* name;
-    std::string (*make)(const ScratchFolder&);
-};
-
-void PrintTo(const NoExifCase& item, std::ostream* out)
-{
-    *out << item.name;
-}
-
-class ImageWithoutExif : public ::testing::TestWithParam<NoExifCase> {};
-
-TEST_P(ImageWithoutExif, IsShownWithoutAGrid)
+TEST(ImageWithoutExif, IsShownWithoutAGrid)
 {
     ScratchFolder folder;
-    const std::string path = GetParam().make(folder);
-    ProgramRun run = RunQelinfo({"--format", "json", path});
+    const std::string bare = folder.WriteJpeg("plain.jpg", {});
+    const std::string png = folder.Write(
+        "plain.png", Bytes({0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A, 0, 0, 0, 0x0D, 'I', 'H', 'D', 'R', 0, 0, 0, 1,
+                            0, 0, 0, 1, 8, 0, 0, 0, 0, 0x3A, 0x7E, 0x9B, 0x55, 0, 0, 0, 0x0A, 'I', 'D', 'A', 'T', 0x78,
+                            0x9C, 0x63, 0x60, 0, 0, 0, 2, 0, 1, 0xE2, 0x21, 0xBC, 0x33, 0, 0, 0, 0, 'I', 'E', 'N', 'D',
+                            0xAE, 0x42, 0x60, 0x82}));
+    const std::string jpeg = ReadAll(bare);
+    const std::string comment =
+        folder.Write("comment.jpg", jpeg.substr(0, 2) + Bytes({0xFF, 0xFE, 0, 7}) + "hello" + jpeg.substr(2));
+
+    auto run = RunQelinfo({"--format", "json", bare, png, comment});
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.err, "");
     auto objects = run.Objects();
-    ASSERT_EQ(objects.size(), 1u);
-    EXPECT_FALSE(objects[0].contains("error"));
-    EXPECT_EQ(objects[0]["grid"]["rows"], 0);
-    EXPECT_EQ(objects[0]["grid"]["cols"], 0);
+    ASSERT_EQ(objects.size(), 3u);
+    for (const auto& object : objects) {
+        EXPECT_FALSE(object.contains("error")) << object["file"];
+        EXPECT_EQ(object["grid"]["rows"], 0) << object["file"];
+        EXPECT_EQ(object["grid"]["cols"], 0) << object["file"];
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Files, ImageWithoutExif,
-    ::testing::Values(
-        NoExifCase{"Jpeg", [](const ScratchFolder& f) { return f.WriteJpeg("plain.jpg", {}); }},
-        NoExifCase{"Png",
-                   [](const ScratchFolder& f) {
-                       return f.Write("plain.png",
-                                      Bytes({0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A, 0, 0, 0, 0x0D, 'I',
-                                             'H', 'D', 'R', 0, 0, 0, 1, 0, 0, 0, 1, 8, 0, 0, 0, 0, 0x3A,
-                                             0x7E, 0x9B, 0x55, 0, 0, 0, 0x0A, 'I', 'D', 'A', 'T', 0x78,
-                                             0x9C, 0x63, 0x60, 0, 0, 0, 2, 0, 1, 0xE2, 0x21, 0xBC, 0x33,
-                                             0, 0, 0, 0, 'I', 'E', 'N', 'D', 0xAE, 0x42, 0x60, 0x82}));
-                   }},
-        NoExifCase{"JpegWithOnlyAComment",
-                   [](const ScratchFolder& f) {
-                       std::string jpeg = ReadAll(f.WriteJpeg("bare.jpg", {}));
-                       return f.Write("comment.jpg", jpeg.substr(0, 2) + Bytes({0xFF, 0xFE, 0, 7}) + "hello" +
-                                                         jpeg.substr(2));
-                   }}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 // A photo whose picture data broke off still shows its shooting information.
 TEST(TruncatedImage, CutInThePictureDataShowsAllItsInformation)
 {
     ScratchFolder folder;
     const std::string whole = JpegWithExif(folder);
+    const size_t scan = whole.find("\xFF\xDA");  // where the picture data starts
+    ASSERT_NE(scan, std::string::npos);
     const std::string full = folder.Write("full.jpg", whole);
     std::vector<std::string> arguments = {"--format", "json", full};
-    for (size_t keep : {StartOfScan(whole) + 2, StartOfScan(whole) + 12, whole.size() - 2})
+    for (size_t keep : {scan + 2, scan + 12, whole.size() - 2})
         arguments.push_back(folder.Write("cut-" + std::to_string(keep) + ".jpg", whole.substr(0, keep)));
 
-    ProgramRun run = RunQelinfo(arguments);
+    auto run = RunQelinfo(arguments);
     EXPECT_EQ(run.status, 0) << run.err;
     auto objects = run.Objects();
     ASSERT_EQ(objects.size(), arguments.size() - 2);
