@@ -1,12 +1,4 @@
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <optional>
-#include <string>
 
 namespace {
 

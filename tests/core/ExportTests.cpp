@@ -1,11 +1,4 @@
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <optional>
-#include <string>
 
 namespace {
 

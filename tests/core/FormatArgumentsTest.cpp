@@ -1,5 +1,6 @@
 // Localized formats applied to typed arguments: what a translation may
-// write, and what it cannot do to the library whatever it writes.
+// write, what it cannot do to the library whatever it writes, and numbers and
+// texts of any length printed whole.
 #include "FormatArguments.h"
 
 #include "CQelString.h"
@@ -25,41 +26,30 @@ std::string Apply(const char* format, const std::vector<qel::FormatArgument>& ar
 struct Case {
     const char* format;
     std::vector<qel::FormatArgument> arguments;
-    const char* expected;
+    std::string expected;
 };
 
-// The GPS position's five arguments: degrees, decimal minutes, degrees,
-// minutes, seconds.
+// The GPS position's arguments: degrees, decimal minutes, degrees, minutes, seconds.
 const std::vector<qel::FormatArgument> kPosition = {35, 39.486, 35, 39, 29.16};
+
+const std::string kLong(300, 'x');
 
 const Case kCases[] = {
     // What translations write.
-    {"%s sec", {"1/250"}, "1/250 sec"},
-    {"%d x %d", {3008, 2000}, "3008 x 2000"},
-    {"ISO %u", {200u}, "ISO 200"},
-    {"%2$d x %1$d", {3008, 2000}, "2000 x 3008"},
+    {"%s sec", {"1/250"}, "1/250 sec"}, {"%d x %d", {3008, 2000}, "3008 x 2000"},
+    {"ISO %u", {200u}, "ISO 200"}, {"%2$d x %1$d", {3008, 2000}, "2000 x 3008"},
     {"%3$d°%4$02d'%5$05.2f\"", kPosition, "35°39'29.16\""},
-    {"%1$d°%2$.3f'", kPosition, "35°39.486'"},
-    {"1/%d %d/%d EV", {4, 1, 6}, "1/4 1/6 EV"},
-    {"%+.1f EV", {-0.5}, "-0.5 EV"},
-    {"%.2f m", {-12.345}, "-12.35 m"},
-    {"100%% %s", {"x"}, "100% x"},
-    {"%-4d|%4s|%.1s", {7, "ab", "xyz"}, "7   |  ab|x"},
+    {"%1$d°%2$.3f'", kPosition, "35°39.486'"}, {"1/%d %d/%d EV", {4, 1, 6}, "1/4 1/6 EV"},
+    {"%+.1f EV", {-0.5}, "-0.5 EV"}, {"%.2f m", {-12.345}, "-12.35 m"},
+    {"100%% %s", {"x"}, "100% x"}, {"%-4d|%4s|%.1s", {7, "ab", "xyz"}, "7   |  ab|x"},
     {"%x %X %o %c", {255, 255, 8, 65}, "ff FF 10 A"},
-    {"%*d|%.*f", {5, 42, 2, 3.14159}, "   42|3.14"},
-    {"%hhd %hu", {300, 70000}, "44 4464"},
+    {"%*d|%.*f", {5, 42, 2, 3.14159}, "   42|3.14"}, {"%hhd %hu", {300, 70000}, "44 4464"},
     {"%d", {static_cast<unsigned>(3000000000u)}, "-1294967296"},
     {"%@ and %s", {"text", "UTF-8 °"}, "text and UTF-8 °"},
     // What a careless or hostile translation cannot do.
-    {"%s", {42}, "42"},
-    {"%d", {"text"}, "text"},
-    {"%f", {7}, "7"},
-    {"%d %d %d", {1}, "1  "},
-    {"%9$d|%0$d", {1}, "|d"},
-    {"%n%p%k", {1, 2, 3}, ""},
-    {"%", {1}, ""},
-    {"%99999999999d", {1}, "1"},
-    {"%s", {static_cast<const char*>(nullptr)}, "(null)"},
+    {"%s", {42}, "42"}, {"%d", {"text"}, "text"}, {"%f", {7}, "7"}, {"%d %d %d", {1}, "1  "},
+    {"%9$d|%0$d", {1}, "|d"}, {"%n%p%k", {1, 2, 3}, ""}, {"%", {1}, ""},
+    {"%99999999999d", {1}, "1"}, {"%s", {static_cast<const char*>(nullptr)}, "(null)"},
 };
 
 TEST(FormatArguments, AppliesLocalizedFormatsToTypedArguments)

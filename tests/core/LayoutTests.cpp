@@ -1,7 +1,5 @@
 #include "TestImgInfo.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
 
 namespace {

@@ -2,25 +2,16 @@
 // than once, and build lines and list entries in one buffer the object
 // keeps: what the host receives must still be its own, whatever it asks for
 // next, and rewriting an item with its own text must keep it.
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
 
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace {
 
 using namespace QelItem;
 constexpr CFStringEncoding kASCII = kCFStringEncodingASCII;
 
-CQelString Text(const char* text)
-{
-    return CQelString(text, kASCII);
-}
+CQelString Text(const char* text) { return CQelString(text, kASCII); }
 
 std::string Owned(CFStringRef copy)
 {
@@ -29,21 +20,56 @@ std::string Owned(CFStringRef copy)
     return text;
 }
 
-TEST(StoreReuse, AnItemRewrittenWithItsOwnTextKeepsIt)
+std::string ValueOf(const CQelInfoDictionary& dict, UInt32 id)
+{
+    CQelString out("<absent>", kASCII);
+    dict.GetValue(id, &out);
+    return out.ToUTF8();
+}
+
+TEST(StoreReuse, LastWriteWinsAndAnItemRewrittenWithItsOwnTextKeepsIt)
 {
     CQelInfoDictionary dict;
+    dict.SetTitle(kWhiteBalance, Text("WB"));
     dict.SetTitle(kWhiteBalance, Text("White Balance"));
+    dict.SetValue(kWhiteBalance, Text("Sunny"));
+    dict.SetValue(kWhiteBalance, Text(""));
+    EXPECT_EQ(dict.GetMapCount(&dict.Titles()), 1u);
+    EXPECT_EQ(dict.GetValueCount(), 1u);
+    EXPECT_EQ(dict.GetTitleByteLength(kWhiteBalance, kASCII), 15u);
+    EXPECT_EQ(dict.GetValueByteLength(kWhiteBalance, kASCII), 2u);  // empty, yet present
+    dict.SetTitle(kModel, Text("Model"));
+    EXPECT_EQ(ValueOf(dict, kModel), "<absent>");  // output left as it was
+    EXPECT_EQ(dict.GetValueByteLength(kModel, kASCII), 0u);
+
     dict.SetValue(kWhiteBalance, Text("Cloudy"));
     dict.SetTitle(kWhiteBalance, *dict.FindTitle(kWhiteBalance));
     dict.SetValue(kWhiteBalance, *dict.FindValue(kWhiteBalance));
     EXPECT_EQ(dict.FindTitle(kWhiteBalance)->ToUTF8(), "White Balance");
-    EXPECT_EQ(dict.FindValue(kWhiteBalance)->ToUTF8(), "Cloudy");
-
+    EXPECT_EQ(ValueOf(dict, kWhiteBalance), "Cloudy");
     // The store keeps its own copy: the caller's text may change afterwards.
     CQelString caller = Text("Shade");
     dict.SetValue(kWhiteBalance, caller);
     caller.Append(" and more", kASCII);
-    EXPECT_EQ(dict.FindValue(kWhiteBalance)->ToUTF8(), "Shade");
+    EXPECT_EQ(ValueOf(dict, kWhiteBalance), "Shade");
+}
+
+TEST(StoreReuse, AssignmentCopiesBothMaps)
+{
+    CQelInfoDictionary source, target;
+    source.SetTitle(1, Text("a"));
+    source.SetValue(2, Text("b"));
+    target.SetValue(3, Text("dropped"));
+    target = source;
+    source.SetValue(2, Text("changed later"));
+    const CQelInfoDictionary& same = target;
+    target = same;
+    EXPECT_TRUE(target.GetTitle(1, nullptr));
+    EXPECT_EQ(ValueOf(target, 2), "b");
+    EXPECT_EQ(ValueOf(target, 3), "<absent>");
+    target.Clear();
+    EXPECT_EQ(target.GetValueCount(), 0u);
+    EXPECT_FALSE(target.GetTitle(1, nullptr));
 }
 
 // Successive reads into one store: each holds exactly what it stored, with
@@ -58,8 +84,7 @@ TEST(StoreReuse, EachReadHoldsOnlyWhatItStored)
     const std::vector<std::vector<Item>> reads = {
         {{kModel, "Model", "Talvo Q77"}, {kWhiteBalance, "White Balance", "Cloudy"},
          {kGPSAltitude, "Altitude", nullptr}},
-        {{kWhiteBalance, "WB", "Incandescent, fine-tuned +2"}, {kFlashMode, "Flash", ""}},
-        {},
+        {{kWhiteBalance, "WB", "Incandescent, fine-tuned +2"}, {kFlashMode, "Flash", ""}}, {},
         {{kGPSAltitude, "Altitude above sea level", "35 m"}, {kModel, "M", "Q"},
          {kFlashGroupA, "Group A", "TTL +1.0 EV"}, {kWhiteBalance, "White Balance", "Shade"}},
     };
@@ -79,10 +104,7 @@ TEST(StoreReuse, EachReadHoldsOnlyWhatItStored)
         EXPECT_EQ(dict.GetValueCount(), values);
         for (const Item& item : read) {
             EXPECT_EQ(dict.FindTitle(item.id)->ToUTF8(), item.title);
-            if (item.value)
-                EXPECT_EQ(dict.FindValue(item.id)->ToUTF8(), item.value);
-            else
-                EXPECT_EQ(dict.FindValue(item.id), nullptr);
+            EXPECT_EQ(ValueOf(dict, item.id), item.value ? item.value : "<absent>");
         }
         // A copy of the store holds the same, and is independent of it.
         CQelInfoDictionary copy(dict);

@@ -1,13 +1,6 @@
 // Data format and image size: the RAW and movie codes, and the image-size
 // groups by device and file kind, frames turned on their side included.
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
-
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
 
 namespace {
 

@@ -1,12 +1,6 @@
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
-#include <optional>
-#include <string>
 
 namespace {
 
@@ -41,8 +35,7 @@ const ModeCase kModeCases[] = {
     {"NoShiftStepSize", {}, {}, 2, Shift{3, 0, 6}, kPlain, kProgram},
     {"NoShiftTag", {}, {}, 2, {}, kPlain, kProgram},
     {"ShiftMarksProgramOnly", {}, {}, 1, Shift{3, 1, 6}, kPlain, "IDS_QEL_EXPOSURE_MODE_MANUAL"},
-    {"ProgramFive", {}, {}, 5, {}, kPlain, ""},
-    {"ProgramUndefined", {}, {}, 0, {}, kPlain, ""},
+    {"ProgramFive", {}, {}, 5, {}, kPlain, ""}, {"ProgramUndefined", {}, {}, 0, {}, kPlain, ""},
     {"NoTags", {}, {}, {}, {}, kPlain, nullptr},
 };
 

@@ -1,12 +1,6 @@
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <optional>
-#include <string>
 
 namespace {
 
@@ -22,17 +16,14 @@ struct ExposureCase {
 const ExposureCase kExposureCases[] = {
     {0.004, "1/250", {}, nullptr},
     {1.0 / 3.0, "1/3", {}, nullptr},  // 3.0000001 + 0.05 truncates to 3.0
-    {0.3, "1/3.3", 5.6, "5.6"},
-    {0.4, "1/2.5", 8.0, "8"},
+    {0.3, "1/3.3", 5.6, "5.6"}, {0.4, "1/2.5", 8.0, "8"},
     {0.1, "1/10", 11.0, "11"},        // only ".0" goes, not every zero
     {1.0, "1", 10.0, "10"},           // one second already reads in seconds
-    {30.0, "30", {}, nullptr},
-    {2.25, "2.25", {}, nullptr},
+    {30.0, "30", {}, nullptr}, {2.25, "2.25", {}, nullptr},
     {1.5, "1", {}, nullptr},          // a zero last decimal drops the whole decimal part
     {-0.5, "1/-1.9", {}, nullptr},
     // Beyond the integer range: the 32-bit conversion's INT_MIN, times 0.1.
-    {0.0, "1/-214748364.8", {}, nullptr},
-    {std::nan(""), "1/-214748364.8", {}, nullptr},
+    {0.0, "1/-214748364.8", {}, nullptr}, {std::nan(""), "1/-214748364.8", {}, nullptr},
     {{}, nullptr, 8.0, nullptr},
 };
 

@@ -1,11 +1,9 @@
-// Flash sync mode and flash control mode, from the multi-flash record in
-// each of its layouts and from the older flash mode tag.
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
+// Flash sync mode, flash control mode and remote flash groups, from the
+// multi-flash record in each of its layouts and from the older flash mode tag,
+// and which compensation tags each camera family adds up.
 #include "TestImgInfo.h"
 
-#include <gtest/gtest.h>
-
+#include <array>
 #include <cmath>
 #include <cstring>
 
@@ -19,20 +17,8 @@ struct Record {
     std::vector<UInt8> bytes = std::vector<UInt8>(44);
     explicit Record(const char* version) { std::memcpy(bytes.data(), version, 4); }
     Record& U8(size_t at, UInt8 v) { bytes[at] = v; return *this; }
-    Record& U16(size_t at, UInt16 v)
-    {
-        bytes[at] = static_cast<UInt8>(v & 0xFF);
-        bytes[at + 1] = static_cast<UInt8>(v >> 8);
-        return *this;
-    }
-    Record& F64(size_t at, double v)
-    {
-        UInt64 bits;
-        std::memcpy(&bits, &v, sizeof bits);
-        for (size_t i = 0; i < 8; ++i)
-            bytes[at + i] = static_cast<UInt8>(bits >> (8 * i));
-        return *this;
-    }
+    Record& U16(size_t at, UInt16 v) { return U8(at, v & 0xFF).U8(at + 1, v >> 8); }
+    Record& F64(size_t at, double v) { std::memcpy(&bytes[at], &v, 8); return *this; }
 };
 
 Record External(UInt16 mode) { return Record("0100").U16(14, mode); }
@@ -49,49 +35,49 @@ Record BuiltIn(const char* version, UInt8 commander, UInt16 mode)
 std::string Mode(const std::string& name) { return L(("IDS_QEL_AUTO_FLASH_MODE_" + name).c_str()); }
 std::string Gn(double gn) { return LF("IDS_QEL_MIXED_QB_INFO_MANUAL_GN", gn); }
 std::string Ev2(SInt32 p) { return LF("IDS_QEL_MIXED_QB_INFO_MANUAL_EV2", p); }
-std::string Ev1(SInt32 p, SInt32 n, SInt32 d)
-{
-    return LF("IDS_QEL_MIXED_QB_INFO_MANUAL_EV1", p, n, d);
-}
+std::string Ev1(SInt32 p, SInt32 n, SInt32 d) { return LF("IDS_QEL_MIXED_QB_INFO_MANUAL_EV1", p, n, d); }
 
 // nullopt: the item is absent; "": title only; otherwise the value.
 void ExpectItem(const TestImgInfo& info, UInt32 id, const std::optional<std::string>& expected)
 {
     EXPECT_EQ(info.Title(id).has_value(), expected.has_value()) << std::hex << id;
-    if (expected) {
-        EXPECT_EQ(info.Value(id), expected->empty() ? std::nullopt : expected) << std::hex << id;
-    }
+    EXPECT_EQ(info.Value(id), expected && !expected->empty() ? expected : std::nullopt) << std::hex << id;
 }
 
-TEST(FlashSyncMode, CodeAndFlashState)
+// The sync mode (titled) and the older flash mode tag (untitled) by code and flash state.
+TEST(FlashCodes, CodeAndFlashState)
 {
-    const std::string blank = " ";
+    const auto sync = &CQelImgInfo::GetFlashSyncMode, legacy = &CQelImgInfo::GetFlashAutoMode;
     struct Case {
+        void (CQelImgInfo::*formatter)(IVandelTagControl*);
         std::optional<UInt8> flashUsed;
         std::optional<SInt32> code;
-        std::string expected;
-    } cases[] = {
-        {0, 32, L("IDS_QEL_FLASH_SYNC_OFF")},  // "off" wins over the flash state
-        {std::nullopt, 32, L("IDS_QEL_FLASH_SYNC_OFF")},
-        {1, 0, L("IDS_QEL_FLASH_SYNC_MODE_NORMAL")},
-        {1, 3, L("IDS_QEL_FLASH_SYNC_MODE_REAR_SLOW")},
-        {2, 17, L("IDS_QEL_FLASH_SYNC_MODE_RED_EYE_SLOW")},
-        {1, 4, blank},
-        {1, std::nullopt, blank},
-        {0, 1, blank},
-        {std::nullopt, 1, blank},  // missing flash state counts as unused here
+        const char* expected;
+    } const cases[] = {
+        {sync, 0, 32, "IDS_QEL_FLASH_SYNC_OFF"},  // "off" wins over the flash state
+        {sync, {}, 32, "IDS_QEL_FLASH_SYNC_OFF"}, {sync, 1, 0, "IDS_QEL_FLASH_SYNC_MODE_NORMAL"},
+        {sync, 1, 3, "IDS_QEL_FLASH_SYNC_MODE_REAR_SLOW"},
+        {sync, 2, 17, "IDS_QEL_FLASH_SYNC_MODE_RED_EYE_SLOW"}, {sync, 1, 4, " "},
+        {sync, 1, {}, " "}, {sync, 0, 1, " "},
+        {sync, {}, 1, " "},  // missing flash state counts as unused here
+        {legacy, 1, 0, "IDS_QEL_AUTO_FLASH_MODE_EXTERNAL"},
+        {legacy, {}, 12, "IDS_QEL_AUTO_FLASH_MODE_COMMANDER_AA"},
+        {legacy, 1, 23, "IDS_QEL_AUTO_FLASH_MODE_OPTIONAL_RPT_COMDR"},
+        {legacy, 1, 25, "IDS_QEL_AUTO_FLASH_MODE_NONE"}, {legacy, 1, -1, "IDS_QEL_AUTO_FLASH_MODE_NONE"},
+        {legacy, 0, 4, " "}, {legacy, 1, {}, nullptr},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message() << "code " << c.code.value_or(-1));
+        SCOPED_TRACE(testing::Message() << "code " << c.code.value_or(-99));
+        const UInt32 item = c.formatter == sync ? QelItem::kFlashSyncMode : QelItem::kFlashMode;
         MemoryTagSource src;
         if (c.flashUsed)
             src.Bytes(kFlashState, 257, {*c.flashUsed, 0});
         if (c.code)
-            src.Int32(QelItem::kFlashSyncMode, *c.code);
+            src.Int32(item, *c.code);
         TestImgInfo info;
-        info.GetFlashSyncMode(&src);
-        EXPECT_EQ(info.Title(QelItem::kFlashSyncMode), L("IDS_QEL_FLASH_SYNC_MODE"));
-        EXPECT_EQ(info.Value(QelItem::kFlashSyncMode), c.expected);
+        (info.*c.formatter)(&src);
+        EXPECT_EQ(info.Title(item), c.formatter == sync ? Shown("IDS_QEL_FLASH_SYNC_MODE") : std::nullopt);
+        EXPECT_EQ(info.Value(item), Shown(c.expected));
         EXPECT_TRUE(src.EveryErrorReleasedOnce());
     }
 }
@@ -124,8 +110,6 @@ TEST(FlashControlMode, FromMultiFlashRecord)
          Mode("TTL_BL"), bounceAndPanel, groupAAA},
         {"0100 group flag 2", 1, External(1).U8(13, 2).U16(32, 3), Mode("TTL_BL"), none, absent},
         {"0101 commander", 1, groups, Mode("OPTIONAL_TTL_COMDR"), none, groupAAA},
-        {"0101 commander 2", 1, Record(groups).U8(28, 2), Mode("OPTIONAL_TTL_COMDR"), none,
-         absent},
         {"0102 commander", 1, Record(groups).U8(3, '2'), Mode("OPTIONAL_TTL_COMDR"), none,
          groupAAA},
         {"0102 commander 2", 1, Record(groups).U8(3, '2').U8(28, 2), Mode("OPTIONAL_TTL_COMDR"),
@@ -172,37 +156,6 @@ TEST(FlashControlMode, FromMultiFlashRecord)
     }
 }
 
-TEST(FlashControlMode, LegacyCodesWithoutTitle)
-{
-    struct Case {
-        std::optional<UInt8> flashUsed;
-        std::optional<SInt32> code;
-        std::optional<std::string> expected;
-    } cases[] = {
-        {1, 0, L("IDS_QEL_AUTO_FLASH_MODE_EXTERNAL")},
-        {{}, 12, L("IDS_QEL_AUTO_FLASH_MODE_COMMANDER_AA")},
-        {1, 23, L("IDS_QEL_AUTO_FLASH_MODE_OPTIONAL_RPT_COMDR")},
-        {1, 24, L("IDS_QEL_AUTO_FLASH_MODE_OPTIONAL_A_COMDR")},
-        {1, 25, L("IDS_QEL_AUTO_FLASH_MODE_NONE")},
-        {1, -1, L("IDS_QEL_AUTO_FLASH_MODE_NONE")},
-        {0, 4, " "},
-        {1, {}, std::nullopt},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message() << "code " << c.code.value_or(-99));
-        MemoryTagSource src;
-        if (c.flashUsed)
-            src.Bytes(kFlashState, 257, {*c.flashUsed, 0});
-        if (c.code)
-            src.Int32(QelItem::kFlashMode, *c.code);
-        TestImgInfo info;
-        info.GetFlashAutoMode(&src);
-        EXPECT_FALSE(info.Title(QelItem::kFlashMode));
-        EXPECT_EQ(info.Value(QelItem::kFlashMode), c.expected);
-        EXPECT_TRUE(src.EveryErrorReleasedOnce());
-    }
-}
-
 TEST(FlashItems, NullTagSourceStoresTitlesOnly)
 {
     TestImgInfo info;
@@ -214,6 +167,150 @@ TEST(FlashItems, NullTagSourceStoresTitlesOnly)
     EXPECT_EQ(info.Title(QelItem::kFlashMode), L("IDS_QEL_AUTO_FLASH_MODE"));
     EXPECT_EQ(info.Title(QelItem::kFlashComp), L("IDS_QEL_AUTO_FLASH_COMP"));
     EXPECT_EQ(info.Dictionary().GetValueCount(), 0u);
+}
+
+// Which compensation tags each family adds up, by flash control mode,
+// selector record and multi-flash record.
+constexpr UInt32 kSelector = 0x80089;
+constexpr UInt32 kBase = 0x80012, kFirst = 0x80017, kSecond = 0x80018;
+using Step = std::array<SInt16, 3>;  // value, step numerator, step denominator
+
+TEST(FlashCompensation, FamiliesModesAndSources)
+{
+    const std::optional<Step> none;
+    const Step plus1{3, 1, 3}, half{1, 1, 2}, third{-2, 1, 6}, twoThirds{2, 1, 3},
+        minusTwoThirds{-2, 1, 3}, zero{0, 1, 3};
+    struct Case {
+        SInt32 fileKind;
+        std::vector<UInt8> flash;  // flash used, second flash; empty: no tag
+        std::optional<SInt32> mode;
+        std::optional<UInt8> selector;       // byte 4 of the selector record
+        const char* mixedFlashVersion;       // null: no record
+        std::optional<Step> base, first, second;
+        const char* expected;  // the number text, or " "
+    } cases[] = {
+        {0x104, {1, 0}, {}, {}, nullptr, third, plus1, plus1, "-0.3"},
+        {0x401, {1, 0}, 7, 1, nullptr, plus1, plus1, plus1, "+1.0"},
+        {0x402, {1, 0}, 7, {}, nullptr, twoThirds, minusTwoThirds, none, "0"},
+        {0x402, {1, 0}, 9, 0, nullptr, twoThirds, minusTwoThirds, half, "+1.2"},
+        {0x402, {1, 0}, {}, {}, nullptr, none, plus1, half, "+0.5"},
+        {0x105, {1, 0}, 9, 0, nullptr, none, none, half, " "},
+        {0x105, {1, 0}, 9, 1, nullptr, plus1, plus1, half, "+1.5"},
+        {0x107, {1, 0}, 7, 2, nullptr, none, plus1, half, "+1.0"},
+        {0x107, {1, 0}, 10, 1, nullptr, none, plus1, half, "+0.5"},
+        {0x105, {1, 0}, {}, 1, nullptr, plus1, plus1, half, "+0.5"},
+        {0x403, {1, 0}, 9, 0, nullptr, plus1, plus1, half, " "},
+        {0x403, {1, 0}, 5, 1, nullptr, plus1, plus1, half, "+1.5"},
+        {0x403, {1, 0}, 11, 0, nullptr, plus1, plus1, half, " "},
+        {0x403, {1, 0}, 8, 0, nullptr, plus1, half, half, "+1.5"},
+        {0x404, {1, 0}, 11, 0, nullptr, plus1, plus1, half, "+1.0"},
+        {0x405, {1, 0}, 5, 1, nullptr, zero, none, none, "0"},
+        {0x406, {1, 0}, {}, 1, nullptr, plus1, plus1, half, " "},
+        {0x406, {1, 0}, 7, 1, nullptr, third, plus1, half, "+0.7"},
+        {0x999, {1, 0}, 7, 1, nullptr, plus1, plus1, half, " "},
+        {0, {1, 0}, 7, 1, nullptr, plus1, plus1, half, " "},
+        {0x104, {2, 0}, {}, {}, nullptr, plus1, none, none, " "},
+        {0x104, {0, 0}, {}, {}, nullptr, plus1, none, none, " "},
+        {0x104, {}, {}, {}, nullptr, plus1, none, none, " "},
+        // 0x106 without an external unit's record follows 0x105.
+        {0x106, {1, 1}, 9, 0, nullptr, plus1, plus1, half, "+1.0"},
+        {0x106, {1, 1}, 3, 1, "0101", plus1, plus1, half, "+0.5"},
+        {0x106, {1, 1}, 3, 0, "0100", plus1, plus1, half, "+1.5"},
+        {0x106, {1, 1}, 9, 0, "0100", plus1, plus1, half, "+0.5"},
+        {0x106, {1, 0}, 0, 0, "0100", plus1, plus1, half, "+0.5"},
+        {0x106, {1, 1}, {}, 0, "0100", plus1, plus1, none, " "},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << std::hex << "kind 0x" << c.fileKind << std::dec
+                                        << " mode " << c.mode.value_or(-1));
+        MemoryTagSource src;
+        if (!c.flash.empty())
+            src.Bytes(kFlashState, 257, c.flash);
+        if (c.mode)
+            src.Int32(QelItem::kFlashMode, *c.mode);
+        if (c.selector)
+            src.Bytes(kSelector, 259, {0, 0, 0, 0, *c.selector});
+        if (c.mixedFlashVersion)
+            src.Bytes(kMixedFlash, 271, Record(c.mixedFlashVersion).bytes);
+        const std::pair<UInt32, std::optional<Step>> steps[] = {
+            {kBase, c.base}, {kFirst, c.first}, {kSecond, c.second}};
+        for (const auto& [tag, step] : steps)
+            if (step)
+                src.ValueStep(tag, (*step)[0], (*step)[1], (*step)[2]);
+        TestImgInfo info;
+        info.Kinds(kDeviceSLR, c.fileKind);
+        info.GetAutoFlashComp(&src);
+        EXPECT_EQ(info.Title(QelItem::kFlashComp), L("IDS_QEL_AUTO_FLASH_COMP"));
+        const std::string expected = std::strcmp(c.expected, " ") == 0
+                                         ? std::string(" ")
+                                         : LF("IDS_QEL_AUTO_FLASH_COMP_UNIT", c.expected);
+        EXPECT_EQ(info.Value(QelItem::kFlashComp), expected);
+        EXPECT_TRUE(src.EveryErrorReleasedOnce());
+    }
+}
+
+std::string Comp(double ev) { return LF("IDS_QEL_MIXED_QB_INFO_FLASH_COMP", ev); }
+
+TEST(FlashGroupLines, ModeAndLevelPerGroup)
+{
+    const std::string ttl = L("IDS_QEL_AUTO_FLASH_MODE_TTL"), m = L("IDS_QEL_AUTO_FLASH_MODE_M");
+    const struct {
+        UInt16 mode;
+        UInt8 level;
+        std::optional<std::string> expected;  // nullopt: title only
+    } cases[] = {
+        {1, 0, ttl}, {1, 0xFA, ttl + Comp(1.0)}, {1, 0x80, ttl + Comp(128 / 6.0)},
+        {3, 3, L("IDS_QEL_AUTO_FLASH_MODE_AA") + Comp(-0.5)},
+        {4, 0xF4, L("IDS_QEL_AUTO_FLASH_MODE_A") + Comp(2.0)}, {6, 0, m + Ev2(1)},
+        {6, 1, m + Ev1(1, 1, 6)}, {6, 3, m + Ev1(1, 1, 2)}, {6, 5, m + Ev1(1, 5, 6)},
+        {6, 6, m + Ev2(2)},
+        {6, 47, m + Ev1(128, 5, 6)}, {6, 48, m + Ev2(256)}, {6, 49, m},
+        {7, 13, L("IDS_QEL_AUTO_FLASH_MODE_RPT") + Ev1(4, 1, 6)},
+        {7, 255, L("IDS_QEL_AUTO_FLASH_MODE_RPT")},
+        {2, 6, std::nullopt},  // 2 is TTL only for the unit itself
+        {8, 6, std::nullopt}, {0x0101, 6, std::nullopt},
+    };
+    const UInt32 groupItems[] = {QelItem::kFlashGroupA, QelItem::kFlashGroupB,
+                                 QelItem::kFlashGroupC};
+    const char* titles[] = {"IDS_QEL_MIXED_QB_INFO_GROUP_A", "IDS_QEL_MIXED_QB_INFO_GROUP_B",
+                            "IDS_QEL_MIXED_QB_INFO_GROUP_C"};
+    for (const auto& c : cases) {
+        // Each group in turn carries the case; the other two stay unused.
+        for (size_t g = 0; g < 3; ++g) {
+            SCOPED_TRACE(testing::Message() << c.mode << "/" << int(c.level) << " group " << g);
+            UInt16 modes[3] = {};
+            UInt8 levels[3] = {};
+            modes[g] = c.mode;
+            levels[g] = c.level;
+            TestImgInfo info;
+            info.GetMixedQBInfo_Group(modes[0], modes[1], modes[2], levels[0], levels[1],
+                                      levels[2]);
+            for (size_t other = 0; other < 3; ++other) {
+                EXPECT_EQ(info.Title(groupItems[other]), L(titles[other]));
+                EXPECT_EQ(info.Value(groupItems[other]), other == g ? c.expected : std::nullopt);
+            }
+        }
+    }
+}
+
+TEST(FlashBounceAndWidePanel, OnlyOneMeansUsed)
+{
+    const std::string bounce = L("IDS_QEL_BOUNCE"), panel = L("IDS_QEL_WIDE_PANEL");
+    const struct {
+        UInt8 bounce;
+        bool widePanel;
+        std::optional<std::string> expected;
+    } cases[] = {
+        {1, true, bounce + "/" + panel}, {1, false, bounce}, {0, true, panel},
+        {2, true, panel},                {2, false, std::nullopt}, {0, false, std::nullopt},
+    };
+    for (const auto& c : cases) {
+        TestImgInfo info;
+        info.GetMixedQBInfo_BounceAndWidePanel(c.bounce, c.widePanel);
+        EXPECT_EQ(info.Title(QelItem::kBounceAndWidePanel), L("IDS_QEL_BOUNCE_AND_WIDE_PANEL"));
+        EXPECT_EQ(info.Value(QelItem::kBounceAndWidePanel), c.expected)
+            << int(c.bounce) << " " << c.widePanel;
+    }
 }
 
 }  // namespace

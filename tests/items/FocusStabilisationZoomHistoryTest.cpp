@@ -1,15 +1,10 @@
 // Focus mode with preset distance, lens stabilisation, digital zoom, picture
 // processing and the edit history.
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <functional>
-#include <vector>
 
 namespace {
 
@@ -75,7 +70,6 @@ TEST(FocusStabilisationZoomProcessing, Values)
         {"unknown mode", Focus(19, 2.5), focus, 0, ""},
         {"active", Stabiliser("0100", 1, 2), stab, 1028, active},
         {"kind 263 hides active", Stabiliser("0100", 1, 2), stab, 263, on},
-        {"kind 261 hides active", Stabiliser("0100", 1, 2), stab, 261, on},
         {"off", Stabiliser("0100", 2, 2), stab, 0, L("IDS_QEL_QV_CONTROL_INFO_OFF")},
         {"version 0101, no fallback", Stabiliser("0101", 1, 2, 3), stab, 0, {}},
         {"compact active", Stabiliser(nullptr, 0, 0, 3), stab, 263, active},

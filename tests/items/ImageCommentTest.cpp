@@ -1,10 +1,6 @@
 // The user comment: read as the tag source offers it, cut after 41
 // characters, shown as ASCII.
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,17 +1,11 @@
 // Lens description and focal length: whole numbers lose their ".0", G-type
 // wins over D-type, and the lens type counts only when the camera knew it.
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
-
-#include <gtest/gtest.h>
 
 #include <array>
 #include <cctype>
 #include <cfloat>
 #include <cmath>
-#include <optional>
-#include <string>
 
 namespace {
 

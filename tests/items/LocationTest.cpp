@@ -1,10 +1,6 @@
 // GPS items: coordinates with their hemisphere, altitude, image direction
 // and the GPS time.
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
-
-#include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>

@@ -1,13 +1,6 @@
 // Metering mode with its unknown fallback, and ISO sensitivity: normal,
 // manual, automatic and the two extended ("HI") tables chosen by file kind.
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
-
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
 
 namespace {
 

@@ -1,10 +1,6 @@
 // Film-scanner items: mapped settings, plain numbers, filter intensities
 // and the analog gains.
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <functional>

@@ -1,14 +1,6 @@
 // Sharpening, picture effect and colour mode: the composed texts, which tags
 // each reads, and the list positions they leave for the value lists.
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
-
-#include <gtest/gtest.h>
-
-#include <vector>
-#include <optional>
-#include <string>
 
 namespace {
 
@@ -47,8 +39,7 @@ TEST(SharpeningEffectsColorMode, SharpeningPositionDependsOnTheDevicesList)
         {kDeviceCompactMovie, 4, "IDS_QEL_SHARPENING_MEDIUM_LOW", kEarlier},
         {kDeviceSLR, 5, "IDS_QEL_SHARPENING_MEDIUM_HIGH", 4},
         {kDeviceSLR, 3, "IDS_QEL_SHARPENING_HIGH", 5},
-        {kDeviceSLR, 9, "IDS_QEL_SHARPENING_AUTO", kEarlier},
-        {kDeviceSLR, 7, "", kEarlier},
+        {kDeviceSLR, 9, "IDS_QEL_SHARPENING_AUTO", kEarlier}, {kDeviceSLR, 7, "", kEarlier},
         {kDeviceCompact, -1, "", kEarlier},
     };
     for (const SharpeningCase& c : cases) {
@@ -80,9 +71,7 @@ TEST(SharpeningEffectsColorMode, PictureEffectNamesAndMonochromeFilter)
          {"IDS_QEL_IMAGE_EFFECT_PROGRAM_BW", ", ", "IDS_QEL_MONOCHROME_FILTER_EFFECT_ORANGE"}},
         {0, 10, 1, {"IDS_QEL_IMAGE_EFFECT_PROGRAM_BW"}},
         {0, 10, 7, {"IDS_QEL_IMAGE_EFFECT_PROGRAM_BW"}},
-        {0, 10, {}, {"IDS_QEL_IMAGE_EFFECT_PROGRAM_BW"}},
-        {0, 11, 3, {}},
-        {1028, 0, {}, {}},
+        {0, 10, {}, {"IDS_QEL_IMAGE_EFFECT_PROGRAM_BW"}}, {0, 11, 3, {}}, {1028, 0, {}, {}},
     };
     for (const EffectCase& c : cases) {
         SCOPED_TRACE(testing::Message() << "file " << c.fileKind << " program " << c.program);
@@ -112,8 +101,7 @@ TEST(SharpeningEffectsColorMode, ColorModeByFileFamilyAndMonochrome)
     const ColorModeCase cases[] = {
         {0, 2, 0, 1, {}, {"IDS_QEL_COLOR_MODE_MODE2", " ", adobe}, 1, false},
         {260, 4, {}, 2, {}, {"IDS_QEL_COLOR_MODE_MODE1A", " ", srgb}, 3, false},
-        {0, 0, 0, {}, {}, {"?"}, kEarlier, false},
-        {0, 0x20006, 0, {}, 2, {"?"}, kEarlier, false},
+        {0, 0, 0, {}, {}, {"?"}, kEarlier, false}, {0, 0x20006, 0, {}, 2, {"?"}, kEarlier, false},
         {1028, 2, 0, 1, {}, {"IDS_QEL_COLOR_MODE_MODE2", " ", srgb}, 1, true},
         {263, 9, 0, 3, {}, {"?", " ", "IDS_QEL_COLOR_MODE_UNCALIBRATED"}, kEarlier, true},
         {261, 5, {}, {}, {}, {"IDS_QEL_COLOR_MODE_MODE3A"}, 4, true},
@@ -121,8 +109,7 @@ TEST(SharpeningEffectsColorMode, ColorModeByFileFamilyAndMonochrome)
         {1028, 1, 1, 1, 5, {bw, ", ", "IDS_QEL_MONOCHROME_FILTER_EFFECT_GREEN"}, 9, false},
         {0, 6, {}, {}, {}, {bw}, 5, false},
         {263, 6, 0, 1, 2, {bw, ", ", "IDS_QEL_MONOCHROME_FILTER_EFFECT_YELLOW"}, 6, false},
-        {0, 3, 1, {}, 0x10002, {bw}, 5, false},
-        {0, 3, 1, {}, 6, {bw}, 5, false},
+        {0, 3, 1, {}, 0x10002, {bw}, 5, false}, {0, 3, 1, {}, 6, {bw}, 5, false},
         {1028, {}, 1, 1, 2, {}, kEarlier, false},
     };
     for (const ColorModeCase& c : cases) {
@@ -152,9 +139,7 @@ TEST(SharpeningEffectsColorMode, PositionsCarryOverFromFileToFile)
     const struct {
         SInt32 deviceKind, sharpening, colorMode, sharpeningIndex, colorModeIndex;
     } files[] = {
-        {kDeviceSLR, 5, 2, 4, 1},
-        {kDeviceCompact, 5, 9, 4, 1},
-        {kDeviceCompact, 3, 6, 3, 5},
+        {kDeviceSLR, 5, 2, 4, 1}, {kDeviceCompact, 5, 9, 4, 1}, {kDeviceCompact, 3, 6, 3, 5},
         {kDeviceSLR, 9, 0, 3, 5},
     };
     TestImgInfo info;

@@ -1,11 +1,5 @@
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
 
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
 #include <utility>
 
 namespace {

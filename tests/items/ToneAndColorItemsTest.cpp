@@ -1,14 +1,6 @@
 // Tone and colour items: each raw value against the text a user sees, the
 // blank-versus-missing value of each item, and the list positions recorded.
-#include "MemoryTagSource.h"
-#include "QelItemIDs.h"
 #include "TestImgInfo.h"
-
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace {
 
@@ -29,26 +21,20 @@ struct Item {
     UInt32 id;
     const char* title;
 };
-const Item kColor{&CQelImgInfo::GetColor, QelItem::kColor, "IDS_QEL_COLOR"};
-const Item kSpace{&CQelImgInfo::GetColorSpace, QelItem::kColorSpace, "IDS_QEL_COLOR_SPACE"};
-const Item kTone{&CQelImgInfo::GetGammaTable, QelItem::kToneTable, "IDS_QEL_GAMMA_TABLE"};
-const Item kBrtCnt{&CQelImgInfo::GetBRTCNTComp, QelItem::kBrightnessContrast,
-                   "IDS_QEL_BRTCNT_COMP"};
-const Item kSatAdjust{&CQelImgInfo::GetSaturationAdjust, QelItem::kSaturationAdjust,
-                      "IDS_QEL_SATURATION_ADJUSTMENT"};
-const Item kNR{&CQelImgInfo::GetNoiseReduction, QelItem::kNoiseReduction,
-               "IDS_QEL_NOISE_REDUCTION"};
-const Item kLongNR{&CQelImgInfo::GetNoiseReduction, QelItem::kNoiseReduction,
-                   "IDS_QEL_LONG_EXPOSURE_NR"};
-const Item kHighNR{&CQelImgInfo::GetHighSensitivityNR, QelItem::kHighSensitivityNR,
-                   "IDS_QEL_HIGH_SENSITIVITY_NR"};
-const Item kLens{&CQelImgInfo::GetConverterLens, QelItem::kConverterLens,
-                 "IDS_QEL_CONVERTER_LENS"};
-const Item kSatComp{&CQelImgInfo::GetSaturationComp, QelItem::kSaturationComp,
-                    "IDS_QEL_SATURATION_COMP"};
-const Item kHue{&CQelImgInfo::GetHueAdjustment, QelItem::kHueAdjustment, "IDS_QEL_HUE_ADJUSTMENT"};
-const Item kFalsification{&CQelImgInfo::GetFalsificationInfo, QelItem::kFalsification,
-                          "IDS_QEL_FALSIFICATION_INFO"};
+#define QEL_ITEM(name, fn, id, title) const Item name{&CQelImgInfo::fn, QelItem::id, title};
+QEL_ITEM(kColor, GetColor, kColor, "IDS_QEL_COLOR")
+QEL_ITEM(kSpace, GetColorSpace, kColorSpace, "IDS_QEL_COLOR_SPACE")
+QEL_ITEM(kTone, GetGammaTable, kToneTable, "IDS_QEL_GAMMA_TABLE")
+QEL_ITEM(kBrtCnt, GetBRTCNTComp, kBrightnessContrast, "IDS_QEL_BRTCNT_COMP")
+QEL_ITEM(kSatAdjust, GetSaturationAdjust, kSaturationAdjust, "IDS_QEL_SATURATION_ADJUSTMENT")
+QEL_ITEM(kNR, GetNoiseReduction, kNoiseReduction, "IDS_QEL_NOISE_REDUCTION")
+QEL_ITEM(kLongNR, GetNoiseReduction, kNoiseReduction, "IDS_QEL_LONG_EXPOSURE_NR")
+QEL_ITEM(kHighNR, GetHighSensitivityNR, kHighSensitivityNR, "IDS_QEL_HIGH_SENSITIVITY_NR")
+QEL_ITEM(kLens, GetConverterLens, kConverterLens, "IDS_QEL_CONVERTER_LENS")
+QEL_ITEM(kSatComp, GetSaturationComp, kSaturationComp, "IDS_QEL_SATURATION_COMP")
+QEL_ITEM(kHue, GetHueAdjustment, kHueAdjustment, "IDS_QEL_HUE_ADJUSTMENT")
+QEL_ITEM(kFalsification, GetFalsificationInfo, kFalsification, "IDS_QEL_FALSIFICATION_INFO")
+#undef QEL_ITEM
 
 struct MappedCase {
     const Item& item;
@@ -60,39 +46,27 @@ struct MappedCase {
 constexpr SInt32 C = kDeviceCompact, S = kDeviceSLR, N = kDeviceScanner;
 
 const MappedCase kMapped[] = {
-    {kColor, S, 0, 1, "IDS_QEL_COLOR_BW_DSLR"},
-    {kColor, C, 0, 1, "IDS_QEL_COLOR_BW"},
-    {kColor, C, 0, 0, "IDS_QEL_COLOR_COLOR"},
-    {kColor, S, 0, 9, "IDS_QEL_COLOR_COLOR_DSLR"},
+    {kColor, S, 0, 1, "IDS_QEL_COLOR_BW_DSLR"}, {kColor, C, 0, 1, "IDS_QEL_COLOR_BW"},
+    {kColor, C, 0, 0, "IDS_QEL_COLOR_COLOR"}, {kColor, S, 0, 9, "IDS_QEL_COLOR_COLOR_DSLR"},
     {kColor, S, 0, 4, "IDS_QEL_COLOR_COOL"},
     {kSpace, N, 0, 0x2020100, "IDS_QEL_COLOR_SPACE_PALETTE"},
     {kSpace, N, 0, 0x10020404, "IDS_QEL_COLOR_SPACE_RGB"},
     {kSpace, N, 0, 0x10020402, "IDS_QEL_COLOR_SPACE_RAW"},
-    {kSpace, N, 0, -1, "IDS_QEL_COLOR_SPACE_RGB"},
-    {kSpace, N, 0, 0, "IDS_QEL_COLOR_SPACE_UNKNOWN"},
+    {kSpace, N, 0, -1, "IDS_QEL_COLOR_SPACE_RGB"}, {kSpace, N, 0, 0, "IDS_QEL_COLOR_SPACE_UNKNOWN"},
     {kSpace, N, 0, {}, "IDS_QEL_COLOR_SPACE_UNKNOWN"},
-    {kTone, C, 1027, 1, "IDS_QEL_GAMMA_TABLE_LOW"},
-    {kTone, C, 1026, 2, "IDS_QEL_GAMMA_TABLE_HIGH"},
-    {kTone, C, 1028, 1, "IDS_QEL_GAMMA_TABLE_LESS"},
-    {kTone, S, 0, 2, "IDS_QEL_GAMMA_TABLE_MORE"},
-    {kTone, S, 1027, 19, "IDS_QEL_GAMMA_TABLE_CUSTOM_3"},
-    {kTone, S, 0, 7, ""},
-    {kTone, S, 0, {}, nullptr},
-    {kBrtCnt, C, 0, 0x10C, "IDS_QEL_BRTCNT_COMP_SEPIA"},
-    {kBrtCnt, C, 0, 0x103, ""},
-    {kSatAdjust, S, 0, 4, "IDS_QEL_SATURATION_ADJUSTMENT_AUTO"},
+    {kTone, C, 1027, 1, "IDS_QEL_GAMMA_TABLE_LOW"}, {kTone, C, 1026, 2, "IDS_QEL_GAMMA_TABLE_HIGH"},
+    {kTone, C, 1028, 1, "IDS_QEL_GAMMA_TABLE_LESS"}, {kTone, S, 0, 2, "IDS_QEL_GAMMA_TABLE_MORE"},
+    {kTone, S, 1027, 19, "IDS_QEL_GAMMA_TABLE_CUSTOM_3"}, {kTone, S, 0, 7, ""},
+    {kTone, S, 0, {}, nullptr}, {kBrtCnt, C, 0, 0x10C, "IDS_QEL_BRTCNT_COMP_SEPIA"},
+    {kBrtCnt, C, 0, 0x103, ""}, {kSatAdjust, S, 0, 4, "IDS_QEL_SATURATION_ADJUSTMENT_AUTO"},
     {kSatAdjust, S, 0, 0, "IDS_QEL_SATURATION_ADJUSTMENT_NONE"},
     {kLongNR, S, 0, 1, "IDS_QEL_NOISE_REDUCTION_FIXED"},
-    {kNR, C, 0, 0, "IDS_QEL_NOISE_REDUCTION_OFF"},
-    {kNR, kDeviceCompactMovie, 0, 2, ""},
+    {kNR, C, 0, 0, "IDS_QEL_NOISE_REDUCTION_OFF"}, {kNR, kDeviceCompactMovie, 0, 2, ""},
     {kHighNR, S, 0, 1, "IDS_QEL_HIGH_SENSITIVITY_NR_OFF"},
-    {kHighNR, S, 0, 0xFFFF, "IDS_QEL_HIGH_SENSITIVITY_NR_ON"},
-    {kHighNR, S, 0, 7, nullptr},
-    {kHighNR, S, 0, -1, nullptr},
-    {kLens, C, 0, 0x3002, "IDS_QEL_CONVERTER_LENS_TELE2"},
+    {kHighNR, S, 0, 0xFFFF, "IDS_QEL_HIGH_SENSITIVITY_NR_ON"}, {kHighNR, S, 0, 7, nullptr},
+    {kHighNR, S, 0, -1, nullptr}, {kLens, C, 0, 0x3002, "IDS_QEL_CONVERTER_LENS_TELE2"},
     {kLens, C, 0, 0x3003, "IDS_QEL_CONVERTER_LENS_NONE"},
-    {kFalsification, S, 0, 1, "IDS_QEL_FALSIFICATION_INFO_ON"},
-    {kFalsification, S, 0, 2, ""},
+    {kFalsification, S, 0, 1, "IDS_QEL_FALSIFICATION_INFO_ON"}, {kFalsification, S, 0, 2, ""},
     {kFalsification, S, 0, {}, nullptr},
 };
 
@@ -134,17 +108,10 @@ struct StepCase {
 const StepCase kSteps[] = {
     {kSatComp, 2, 1, "IDS_QEL_SATURATION_COMP_SEPIA", false},
     {kSatComp, 4, 1, "IDS_QEL_SATURATION_COMP_COOL", false},
-    {kSatComp, 1, 1, "IDS_QEL_SATURATION_COMP_MONO", false},
-    {kSatComp, 0, -3, "", true},
-    {kSatComp, 0, -4, "", true},
-    {kSatComp, 3, -2, "-2", true},
-    {kSatComp, {}, 2, "+2", true},
-    {kSatComp, 0, 0, "0", true},
-    {kSatComp, {}, {}, "", true},
-    {kHue, 1, 2, nullptr, false},
-    {kHue, 3, 0, "0", true},
-    {kHue, {}, -1, "-1", true},
-    {kHue, 0, 9, "+9", true},
+    {kSatComp, 1, 1, "IDS_QEL_SATURATION_COMP_MONO", false}, {kSatComp, 0, -3, "", true},
+    {kSatComp, 0, -4, "", true}, {kSatComp, 3, -2, "-2", true}, {kSatComp, {}, 2, "+2", true},
+    {kSatComp, 0, 0, "0", true}, {kSatComp, {}, {}, "", true}, {kHue, 1, 2, nullptr, false},
+    {kHue, 3, 0, "0", true}, {kHue, {}, -1, "-1", true}, {kHue, 0, 9, "+9", true},
     {kHue, 0, {}, nullptr, true},
 };
 

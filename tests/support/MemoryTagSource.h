@@ -1,7 +1,6 @@
 // An in-memory tag source for tests. It serves the tags it was given, fails
-// every other read with an error object, and counts every error object it
-// hands out and every Release, so a test can assert that each error was
-// released exactly once.
+// every other read with an error object, and counts the releases of every
+// error object it hands out.
 #ifndef QEL_TEST_MEMORY_TAG_SOURCE_H
 #define QEL_TEST_MEMORY_TAG_SOURCE_H
 
@@ -16,29 +15,17 @@
 
 class MemoryTagSource : public IVandelTagControl {
 public:
-    struct Tag {
-        UInt32 type = 0;
-        std::vector<UInt8> bytes;
-        UInt32 size = 0;  // what GetTagSize answers
-    };
     struct Read {
         UInt32 tagID, valueType, bufferSize;
     };
 
     MemoryTagSource() = default;
     explicit MemoryTagSource(std::optional<SInt32> fileKind) : m_fileKind(fileKind) {}
-    MemoryTagSource(const MemoryTagSource&) = delete;
-    MemoryTagSource& operator=(const MemoryTagSource&) = delete;
-
-    MemoryTagSource& FileKind(std::optional<SInt32> kind) { m_fileKind = kind; return *this; }
 
     MemoryTagSource& Bytes(UInt32 id, UInt32 type, std::vector<UInt8> bytes)
     {
-        Tag tag;
-        tag.type = type;
-        tag.size = static_cast<UInt32>(bytes.size());
-        tag.bytes = std::move(bytes);
-        m_tags[id] = std::move(tag);
+        const auto size = static_cast<UInt32>(bytes.size());
+        m_tags[id] = Tag{type, std::move(bytes), size};
         return *this;
     }
     template <class T>
@@ -48,32 +35,24 @@ public:
         std::memcpy(bytes.data(), &record, sizeof record);
         return Bytes(id, type, std::move(bytes));
     }
+    template <class T>
+    MemoryTagSource& Array(UInt32 id, UInt32 type, const std::vector<T>& values)
+    {
+        std::vector<UInt8> bytes(values.size() * sizeof(T));
+        if (!values.empty())
+            std::memcpy(bytes.data(), values.data(), bytes.size());
+        return Bytes(id, type, std::move(bytes));
+    }
     // Text with its terminating zero; `size` overrides what GetTagSize answers.
     MemoryTagSource& Text(UInt32 id, const std::string& text, std::optional<UInt32> size = {})
     {
-        std::vector<UInt8> bytes(text.begin(), text.end());
-        bytes.push_back(0);
-        Bytes(id, 2, std::move(bytes));
-        if (size)
-            m_tags[id].size = *size;
-        return *this;
+        Bytes(id, 2, std::vector<UInt8>(text.c_str(), text.c_str() + text.size() + 1));
+        return size ? Size(id, *size) : *this;
     }
     MemoryTagSource& Int32(UInt32 id, SInt32 value) { return Record(id, 3, value); }
-    MemoryTagSource& Int32s(UInt32 id, const std::vector<SInt32>& values)
-    {
-        std::vector<UInt8> bytes(values.size() * 4);
-        if (!values.empty())
-            std::memcpy(bytes.data(), values.data(), bytes.size());
-        return Bytes(id, 3, std::move(bytes));
-    }
+    MemoryTagSource& Int32s(UInt32 id, const std::vector<SInt32>& v) { return Array(id, 3, v); }
     MemoryTagSource& Double(UInt32 id, double value) { return Record(id, 4, value); }
-    MemoryTagSource& Doubles(UInt32 id, const std::vector<double>& values)
-    {
-        std::vector<UInt8> bytes(values.size() * 8);
-        if (!values.empty())
-            std::memcpy(bytes.data(), values.data(), bytes.size());
-        return Bytes(id, 4, std::move(bytes));
-    }
+    MemoryTagSource& Doubles(UInt32 id, const std::vector<double>& v) { return Array(id, 4, v); }
     MemoryTagSource& ValueStep(UInt32 id, SInt16 value, SInt16 numerator, SInt16 denominator)
     {
         return Record(id, 17, tagStrValueStep{value, numerator, denominator});
@@ -119,14 +98,6 @@ public:
 
     // Accounting
     int ErrorsIssued() const { return static_cast<int>(m_errors.size()); }
-    int ErrorsReleased() const
-    {
-        int released = 0;
-        for (const auto& error : m_errors)
-            released += error->releases;
-        return released;
-    }
-    // True when every error object handed out was released exactly once.
     bool EveryErrorReleasedOnce() const
     {
         for (const auto& error : m_errors)
@@ -142,9 +113,13 @@ public:
                 return true;
         return false;
     }
-    void ClearReads() { m_reads.clear(); }
 
 private:
+    struct Tag {
+        UInt32 type = 0;
+        std::vector<UInt8> bytes;
+        UInt32 size = 0;  // what GetTagSize answers
+    };
     struct CountingError final : ITagError {
         int releases = 0;
         void Release() override { ++releases; }

@@ -5,9 +5,14 @@
 
 #include "CQelImgInfo.h"
 #include "CQelString.h"
+#include "MemoryTagSource.h"
+#include "QelItemIDs.h"
+
+#include <gtest/gtest.h>
 
 #include <optional>
 #include <string>
+#include <vector>
 
 class TestImgInfo : public CQelImgInfo {
 public:
@@ -16,10 +21,10 @@ public:
     using CQelImgInfo::m_deviceKind;
     using CQelImgInfo::m_fileKind;
     using CQelImgInfo::m_gammaListIndex;
+    using CQelImgInfo::m_infoDict;
     using CQelImgInfo::m_saturationListIndex;
     using CQelImgInfo::m_sharpeningListIndex;
     using CQelImgInfo::m_wbListIndex;
-    using CQelImgInfo::m_infoDict;
 
     TestImgInfo& Kinds(SInt32 deviceKind, SInt32 fileKind)
     {
@@ -30,16 +35,12 @@ public:
     std::optional<std::string> Title(UInt32 itemID) const
     {
         CQelString text;
-        if (!m_infoDict.GetTitle(itemID, &text))
-            return std::nullopt;
-        return text.ToUTF8();
+        return m_infoDict.GetTitle(itemID, &text) ? std::optional(text.ToUTF8()) : std::nullopt;
     }
     std::optional<std::string> Value(UInt32 itemID) const
     {
         CQelString text;
-        if (!m_infoDict.GetValue(itemID, &text))
-            return std::nullopt;
-        return text.ToUTF8();
+        return m_infoDict.GetValue(itemID, &text) ? std::optional(text.ToUTF8()) : std::nullopt;
     }
 };
 
@@ -58,6 +59,14 @@ std::string LF(const char* key, Arguments... arguments)
     CQelString text;
     text.LoadStringWithFormat(key, arguments...);
     return text.ToUTF8();
+}
+
+// An expected value: null for none, a key for its text, anything else literal.
+inline std::optional<std::string> Shown(const char* text)
+{
+    if (!text)
+        return std::nullopt;
+    return std::string(text).rfind("IDS_", 0) == 0 ? L(text) : text;
 }
 
 #endif
