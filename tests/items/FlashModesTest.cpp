@@ -156,19 +156,6 @@ TEST(FlashControlMode, FromMultiFlashRecord)
     }
 }
 
-TEST(FlashItems, NullTagSourceStoresTitlesOnly)
-{
-    TestImgInfo info;
-    info.GetFlashSyncMode(nullptr);
-    info.GetMixedQBInfo(nullptr);
-    info.GetAutoFlashComp(nullptr);
-    info.GetFlashAutoMode(nullptr);
-    EXPECT_EQ(info.Title(QelItem::kFlashSyncMode), L("IDS_QEL_FLASH_SYNC_MODE"));
-    EXPECT_EQ(info.Title(QelItem::kFlashMode), L("IDS_QEL_AUTO_FLASH_MODE"));
-    EXPECT_EQ(info.Title(QelItem::kFlashComp), L("IDS_QEL_AUTO_FLASH_COMP"));
-    EXPECT_EQ(info.Dictionary().GetValueCount(), 0u);
-}
-
 // Which compensation tags each family adds up, by flash control mode,
 // selector record and multi-flash record.
 constexpr UInt32 kSelector = 0x80089;

@@ -94,19 +94,4 @@ TEST(FocalLength, HugeAndNaNNumbersArePrintedWhole)
     EXPECT_TRUE(tags.EveryErrorReleasedOnce());
 }
 
-TEST(LensInfo, AMissingRecordOrTagSourceLeavesTheTitleAlone)
-{
-    MemoryTagSource tags;
-    tags.Record(kLensType, 261, Type{1, 0, 0, 1, 1});
-    TestImgInfo info;
-    info.GetLensInfo(&tags);
-    info.GetFocalLength(&tags);
-    info.GetLensInfo(nullptr);
-    EXPECT_EQ(info.Title(QelItem::kLensInfo), L("IDS_QEL_LENS_INFO"));
-    EXPECT_EQ(info.Title(QelItem::kFocalLength), L("IDS_QEL_FOCAL_LENGTH"));
-    EXPECT_EQ(info.Dictionary().GetValueCount(), 0u);
-    EXPECT_EQ(tags.ErrorsIssued(), 2);
-    EXPECT_TRUE(tags.EveryErrorReleasedOnce());
-}
-
 }  // namespace

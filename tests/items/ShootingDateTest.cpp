@@ -33,28 +33,26 @@ const DateCase kDateCases[] = {
     {{}, {}, {}, "45", kUnknown},
 };
 
-class ShootingDateTest : public ::testing::TestWithParam<DateCase> {};
-
-TEST_P(ShootingDateTest, PrintsDateAndTime)
+TEST(ShootingDateTest, PrintsDateAndTime)
 {
-    const DateCase& c = GetParam();
-    MemoryTagSource tags;
-    if (c.original)
-        tags.Text(QelItem::kShootingDate, *c.original, c.originalSize);
-    if (c.fileDate)
-        tags.Text(kDateTime, *c.fileDate);
-    if (c.subSeconds)
-        tags.Text(kSubSecTimeOriginal, *c.subSeconds);
-    TestImgInfo info;
-    info.GetShootingDate(&tags);
+    for (const DateCase& c : kDateCases) {
+        SCOPED_TRACE(testing::Message() << "case " << (&c - kDateCases));
+        MemoryTagSource tags;
+        if (c.original)
+            tags.Text(QelItem::kShootingDate, *c.original, c.originalSize);
+        if (c.fileDate)
+            tags.Text(kDateTime, *c.fileDate);
+        if (c.subSeconds)
+            tags.Text(kSubSecTimeOriginal, *c.subSeconds);
+        TestImgInfo info;
+        info.GetShootingDate(&tags);
 
-    EXPECT_EQ(info.Title(QelItem::kShootingDate), L("IDS_QEL_DATE_TIME"));
-    EXPECT_EQ(info.Value(QelItem::kShootingDate),
-              c.shown ? std::string(c.shown) : L("IDS_QEL_DATE_TIME_UNKNOWN"));
-    EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+        EXPECT_EQ(info.Title(QelItem::kShootingDate), L("IDS_QEL_DATE_TIME"));
+        EXPECT_EQ(info.Value(QelItem::kShootingDate),
+                  c.shown ? std::string(c.shown) : L("IDS_QEL_DATE_TIME_UNKNOWN"));
+        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Texts, ShootingDateTest, ::testing::ValuesIn(kDateCases));
 
 TEST(DateTimeRecords, PrintFixedLayout)
 {

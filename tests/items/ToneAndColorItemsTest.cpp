@@ -87,17 +87,6 @@ TEST(ToneAndColorItems, MapsEachRawValueToItsText)
     }
 }
 
-TEST(ToneAndColorItems, WithoutTagSourceOnlyTheTitleIsStored)
-{
-    // Colour space and saturation store a value even for a failed read.
-    for (const Item& item : {kSpace, kSatComp, kHue, kTone}) {
-        TestImgInfo info;
-        (info.*item.formatter)(nullptr);
-        EXPECT_EQ(info.Title(item.id), L(item.title));
-        EXPECT_FALSE(info.Value(item.id)) << item.title;
-    }
-}
-
 struct StepCase {
     const Item& item;
     std::optional<SInt32> color, step;

@@ -33,28 +33,26 @@ const BalanceCase kBalanceCases[] = {
     {{}, 3, 0, nullptr, kKept},
 };
 
-class WhiteBalanceTest : public ::testing::TestWithParam<BalanceCase> {};
-
-TEST_P(WhiteBalanceTest, ValueAndListIndex)
+TEST(WhiteBalanceTest, ValueAndListIndex)
 {
-    const BalanceCase& c = GetParam();
-    MemoryTagSource tags;
-    if (c.record)
-        tags.Record(QelItem::kWhiteBalance, 266, *c.record);
-    if (c.fineTuning)
-        tags.Int32(kFineTuning, *c.fineTuning);
-    TestImgInfo info;
-    info.Kinds(2, c.fileKind);
-    info.m_wbListIndex = kKept;
-    info.GetWhiteBalance(&tags);
+    for (const BalanceCase& c : kBalanceCases) {
+        SCOPED_TRACE(testing::Message() << "case " << (&c - kBalanceCases));
+        MemoryTagSource tags;
+        if (c.record)
+            tags.Record(QelItem::kWhiteBalance, 266, *c.record);
+        if (c.fineTuning)
+            tags.Int32(kFineTuning, *c.fineTuning);
+        TestImgInfo info;
+        info.Kinds(2, c.fileKind);
+        info.m_wbListIndex = kKept;
+        info.GetWhiteBalance(&tags);
 
-    EXPECT_EQ(info.Title(QelItem::kWhiteBalance), L("IDS_QEL_WB"));
-    EXPECT_EQ(info.Value(QelItem::kWhiteBalance),
-              c.expected ? std::optional(c.expected()) : std::nullopt);
-    EXPECT_EQ(info.m_wbListIndex, c.listIndex);
-    EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+        EXPECT_EQ(info.Title(QelItem::kWhiteBalance), L("IDS_QEL_WB"));
+        EXPECT_EQ(info.Value(QelItem::kWhiteBalance),
+                  c.expected ? std::optional(c.expected()) : std::nullopt);
+        EXPECT_EQ(info.m_wbListIndex, c.listIndex);
+        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Modes, WhiteBalanceTest, ::testing::ValuesIn(kBalanceCases));
 
 }  // namespace
