@@ -22,8 +22,7 @@ TEST_P(Classification, KindAndModelName)
     const ClassificationCase& c = GetParam();
     MemoryTagSource tags;
     tags.Text(kMake, c.make).Text(kModel, c.model, c.modelSize);
-    if (c.dataFormat)
-        tags.Int32(kDataFormat, *c.dataFormat);
+    tags.Int32(kDataFormat, c.dataFormat);
     TestImgInfo info;
     SInt32 kind = -1;
     info.GetMakeAndModel(&tags, &kind);

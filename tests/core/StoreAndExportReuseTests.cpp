@@ -126,76 +126,54 @@ TEST(StoreReuse, AMovedTextKeepsItsBytesAndTheOriginalCanBeReused)
     EXPECT_STREQ(bytes, "Cloudy");
     original = Text("Shade");  // a moved-from text may be assigned to again
     EXPECT_EQ(original.ToUTF8(), "Shade");
-
-    // Stored by taking the text over: the store holds it, whatever happens next.
-    CQelInfoDictionary dict;
-    dict.SetValue(kWhiteBalance, std::move(moved));
-    dict.SetValue(kWhiteBalance, Text("Sunny"));  // a later text replaces it
-    EXPECT_EQ(dict.FindValue(kWhiteBalance)->ToUTF8(), "Sunny");
 }
 
 // One item of each way a line is made: the value alone, the title alone, and
-// title and value joined.
-struct LineCase {
-    UInt32 item;
-    const char* title;
-    const char* value;
-    const char* line;
-};
-
-class ExportedLines : public testing::TestWithParam<LineCase> {};
-
-TEST_P(ExportedLines, StayTheHostsAfterTheStoreChanges)
+// title and value joined. The host's copies stay its own, and every encoding
+// gets the same line.
+TEST(ExportedLines, StayTheHostsAndAreTheSameInEveryEncoding)
 {
-    const LineCase& c = GetParam();
-    TestImgInfo info;
-    info.m_infoDict.SetTitle(c.item, Text(c.title));
-    info.m_infoDict.SetValue(c.item, Text(c.value));
-
-    CFStringRef line = info.CopyInfoCFString(c.item);
-    CFStringRef title = info.CopyInfoTitleCFString(c.item);
-    CFStringRef value = info.CopyInfoValueCFString(c.item);
-    ASSERT_NE(line, nullptr);
-    // Lines of other items exported afterwards must not show through.
-    info.m_infoDict.SetTitle(kFlashMode, Text("Flash"));
-    info.m_infoDict.SetValue(kFlashMode, Text("Fill-in flash, red-eye reduction"));
-    char other[64];
-    EXPECT_GT(info.GetInfoString(kFlashMode, other, sizeof other, kASCII), 0u);
-    CFRelease(info.CopyInfoCFString(kFlashMode));
-    // The next file replaces every text; the copies must not follow.
-    info.m_infoDict.SetTitle(c.item, Text("Other title"));
-    info.m_infoDict.SetValue(c.item, Text("Other value"));
-    info.m_infoDict.Clear();
-    EXPECT_EQ(Owned(line), c.line);
-    EXPECT_EQ(Owned(title), c.title);
-    EXPECT_EQ(Owned(value), c.value);
-}
-
-TEST_P(ExportedLines, AreTheSameInEveryEncoding)
-{
-    const LineCase& c = GetParam();
-    TestImgInfo info;
-    info.m_infoDict.SetTitle(c.item, Text(c.title));
-    info.m_infoDict.SetValue(c.item, Text(c.value));
-    const CQelString expected = Text(c.line);
-    for (CFStringEncoding encoding :
-         {kCFStringEncodingASCII, kCFStringEncodingUTF8, kCFStringEncodingUTF16}) {
-        char exported[128], direct[128];
-        std::memset(exported, 'x', sizeof exported);
-        const UInt32 placed = info.GetInfoString(c.item, exported, sizeof exported, encoding);
-        const UInt32 wanted = expected.GetCString(direct, sizeof direct, encoding);
-        ASSERT_GT(wanted, 0u) << encoding;
-        EXPECT_EQ(placed, wanted) << encoding;
-        EXPECT_EQ(std::memcmp(exported, direct, sizeof exported), 0) << encoding;
+    const struct {
+        UInt32 item;
+        const char *title, *value, *line;
+    } cases[] = {
+        {kModel, "Model", "Talvo Q77", "Talvo Q77"},
+        {kWhiteBalance, "White Balance", "", "White Balance"},
+        {kWhiteBalance, "White Balance", "Cloudy", "White Balance Cloudy"},
+        {kGPSAltitude, "Altitude", "35 m", "Altitude 35 m"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.line);
+        TestImgInfo info;
+        info.m_infoDict.SetTitle(c.item, Text(c.title));
+        info.m_infoDict.SetValue(c.item, Text(c.value));
+        for (CFStringEncoding encoding : {kCFStringEncodingASCII, kCFStringEncodingUTF8, kCFStringEncodingUTF16}) {
+            char exported[128], direct[128];
+            std::memset(exported, 'x', sizeof exported);
+            const UInt32 placed = info.GetInfoString(c.item, exported, sizeof exported, encoding);
+            const UInt32 wanted = Text(c.line).GetCString(direct, sizeof direct, encoding);
+            EXPECT_GT(wanted, 0u) << encoding;
+            EXPECT_EQ(placed, wanted) << encoding;
+            EXPECT_EQ(std::memcmp(exported, direct, sizeof exported), 0) << encoding;
+        }
+        CFStringRef line = info.CopyInfoCFString(c.item);
+        CFStringRef title = info.CopyInfoTitleCFString(c.item);
+        CFStringRef value = info.CopyInfoValueCFString(c.item);
+        ASSERT_NE(line, nullptr);
+        // Other items exported afterwards and the next file's texts must not show through.
+        info.m_infoDict.SetTitle(kFlashMode, Text("Flash"));
+        info.m_infoDict.SetValue(kFlashMode, Text("Fill-in flash, red-eye reduction"));
+        char other[64];
+        EXPECT_GT(info.GetInfoString(kFlashMode, other, sizeof other, kASCII), 0u);
+        CFRelease(info.CopyInfoCFString(kFlashMode));
+        info.m_infoDict.SetTitle(c.item, Text("Other title"));
+        info.m_infoDict.SetValue(c.item, Text("Other value"));
+        info.m_infoDict.Clear();
+        EXPECT_EQ(Owned(line), c.line);
+        EXPECT_EQ(Owned(title), c.title);
+        EXPECT_EQ(Owned(value), c.value);
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Export, ExportedLines,
-    testing::Values(LineCase{kModel, "Model", "Talvo Q77", "Talvo Q77"},
-                    LineCase{kWhiteBalance, "White Balance", "", "White Balance"},
-                    LineCase{kWhiteBalance, "White Balance", "Cloudy", "White Balance Cloudy"},
-                    LineCase{kGPSAltitude, "Altitude", "35 m", "Altitude 35 m"}));
 
 // Value-list entries are built in the same buffer as the lines: each
 // answer is whole and the host's copies stay as they were.
@@ -211,17 +189,16 @@ TEST(ListReuse, EachEntryIsBuiltAfresh)
     const std::string firstText = CQelString(first).ToUTF8();
     const UInt32 firstLength = info.GetInfoValueListItemStringLength(kWhiteBalance, 0, kASCII);
 
-    struct Ask {
-        UInt32 item, index;
-        CFStringEncoding encoding;
-    };
     // Lines, other entries, entries past the end and items without a list,
     // in turn; the first entry asked again must come out as before.
-    const Ask asks[] = {{kWhiteBalance, 5, kASCII},       {kSharpening, 2, kASCII},
+    const struct {
+        UInt32 item, index;
+        CFStringEncoding encoding;
+    } asks[] = {{kWhiteBalance, 5, kASCII},       {kSharpening, 2, kASCII},
                         {kWhiteBalance, 99, kASCII},      {kISOSensitivity, 0, kCFStringEncodingUTF16},
                         {kWhiteBalance, 0, kASCII}};
     char buffer[64];
-    for (const Ask& ask : asks) {
+    for (const auto& ask : asks) {
         info.GetInfoString(kWhiteBalance, buffer, sizeof buffer, kASCII);
         const UInt32 placed = info.GetInfoValueListItemString(ask.item, ask.index, &raw, buffer,
                                                               sizeof buffer, ask.encoding);

@@ -21,18 +21,12 @@ TEST(DataFormat, MapsTheFormatNumber)
     };
     for (const Case& c : cases) {
         MemoryTagSource tags;
-        if (c.format)
-            tags.Int32(QelItem::kDataFormat, *c.format);
-        if (c.rawCompression)
-            tags.Int32(kRawCompression, *c.rawCompression);
+        tags.Int32(QelItem::kDataFormat, c.format);
+        tags.Int32(kRawCompression, c.rawCompression);
         TestImgInfo info;
-        info.GetDataFormat(&tags);
-        std::optional<std::string> expected;
-        if (c.key)
-            expected = *c.key ? L(c.key) : "";
-        EXPECT_EQ(info.Title(QelItem::kDataFormat), L("IDS_QEL_DATA_FORMAT"));
-        EXPECT_EQ(info.Value(QelItem::kDataFormat), expected) << c.format.value_or(-1);
-        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+        SCOPED_TRACE(c.format.value_or(-1));
+        ExpectFormatted(info, &CQelImgInfo::GetDataFormat, tags, QelItem::kDataFormat,
+                        L("IDS_QEL_DATA_FORMAT"), Shown(c.key));
     }
 }
 

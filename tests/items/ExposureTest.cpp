@@ -35,10 +35,8 @@ TEST(ExposureTimeTest, ShowsTimeThenFNumber)
     for (const ExposureCase& c : kExposureCases) {
         SCOPED_TRACE(testing::Message() << "case " << (&c - kExposureCases));
         MemoryTagSource tags;
-        if (c.seconds)
-            tags.Double(QelItem::kExposureTime, *c.seconds);
-        if (c.fNumber)
-            tags.Double(kFNumber, *c.fNumber);
+        tags.Double(QelItem::kExposureTime, c.seconds);
+        tags.Double(kFNumber, c.fNumber);
         TestImgInfo info;
         info.GetExposureTime(&tags);
 
@@ -157,12 +155,9 @@ TEST(ExposureMode, TitleAndValue)
     for (const ModeCase& c : kModeCases) {
         SCOPED_TRACE(c.name);
         MemoryTagSource tags;
-        if (c.digitalProgram)
-            tags.Int32(kDigitalImageProgram, *c.digitalProgram);
-        if (c.sceneMode)
-            tags.Int32(kSceneMode, *c.sceneMode);
-        if (c.exposureProgram)
-            tags.Int32(QelItem::kExposureMode, *c.exposureProgram);
+        tags.Int32(kDigitalImageProgram, c.digitalProgram);
+        tags.Int32(kSceneMode, c.sceneMode);
+        tags.Int32(QelItem::kExposureMode, c.exposureProgram);
         if (c.shift)
             tags.ValueStep(kProgramShift, (*c.shift)[0], (*c.shift)[1], (*c.shift)[2]);
         TestImgInfo info;

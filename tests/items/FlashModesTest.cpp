@@ -72,13 +72,11 @@ TEST(FlashCodes, CodeAndFlashState)
         MemoryTagSource src;
         if (c.flashUsed)
             src.Bytes(kFlashState, 257, {*c.flashUsed, 0});
-        if (c.code)
-            src.Int32(item, *c.code);
+        src.Int32(item, c.code);
         TestImgInfo info;
-        (info.*c.formatter)(&src);
-        EXPECT_EQ(info.Title(item), c.formatter == sync ? Shown("IDS_QEL_FLASH_SYNC_MODE") : std::nullopt);
-        EXPECT_EQ(info.Value(item), Shown(c.expected));
-        EXPECT_TRUE(src.EveryErrorReleasedOnce());
+        ExpectFormatted(info, c.formatter, src, item,
+                        Shown(c.formatter == sync ? "IDS_QEL_FLASH_SYNC_MODE" : nullptr),
+                        Shown(c.expected));
     }
 }
 
@@ -141,10 +139,8 @@ TEST(FlashControlMode, FromMultiFlashRecord)
             src.Bytes(kFlashState, 257, {*c.flashUsed, 0});
         if (c.record)
             src.Bytes(kMixedFlash, 271, c.record->bytes);
-        if (c.metering)
-            src.Int32(QelItem::kMeteringMode, *c.metering);
-        if (c.legacy)
-            src.Int32(QelItem::kFlashMode, *c.legacy);
+        src.Int32(QelItem::kMeteringMode, c.metering);
+        src.Int32(QelItem::kFlashMode, c.legacy);
         TestImgInfo info;
         info.GetMixedQBInfo(&src);
         EXPECT_EQ(info.Title(QelItem::kFlashMode), L("IDS_QEL_AUTO_FLASH_MODE"));
@@ -213,8 +209,7 @@ TEST(FlashCompensation, FamiliesModesAndSources)
         MemoryTagSource src;
         if (!c.flash.empty())
             src.Bytes(kFlashState, 257, c.flash);
-        if (c.mode)
-            src.Int32(QelItem::kFlashMode, *c.mode);
+        src.Int32(QelItem::kFlashMode, c.mode);
         if (c.selector)
             src.Bytes(kSelector, 259, {0, 0, 0, 0, *c.selector});
         if (c.mixedFlashVersion)

@@ -35,10 +35,8 @@ TEST(ImageComment, ShownText)
         if (c.claimedSize)
             tags.Size(QelItem::kUserComment, *c.claimedSize);
         TestImgInfo info;
-        info.GetImageComment(&tags);
-        EXPECT_EQ(info.Title(QelItem::kUserComment), L("IDS_QEL_USER_COMMENT"));
-        EXPECT_EQ(info.Value(QelItem::kUserComment), c.value);
-        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+        ExpectFormatted(info, &CQelImgInfo::GetImageComment, tags, QelItem::kUserComment,
+                        L("IDS_QEL_USER_COMMENT"), c.value);
         // Read once, whole, in the tag's own type, into one byte more than
         // its size; a size that cannot be honoured is not read at all.
         ASSERT_EQ(tags.Reads().size(), c.claimedSize ? 0u : 1u);

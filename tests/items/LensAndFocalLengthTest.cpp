@@ -65,10 +65,9 @@ TEST(FocalLength, DropsOnlyATrailingPointZero)
         MemoryTagSource tags;
         tags.Double(QelItem::kFocalLength, c.millimetres);
         TestImgInfo info;
-        info.GetFocalLength(&tags);
-        EXPECT_EQ(info.Title(QelItem::kFocalLength), L("IDS_QEL_FOCAL_LENGTH"));
-        EXPECT_EQ(info.Value(QelItem::kFocalLength), LF("IDS_QEL_FOCAL_LENGTH_UNIT", c.text))
-            << c.millimetres;
+        SCOPED_TRACE(c.millimetres);
+        ExpectFormatted(info, &CQelImgInfo::GetFocalLength, tags, QelItem::kFocalLength,
+                        L("IDS_QEL_FOCAL_LENGTH"), LF("IDS_QEL_FOCAL_LENGTH_UNIT", c.text));
     }
 }
 

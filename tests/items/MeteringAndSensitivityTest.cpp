@@ -17,14 +17,10 @@ TEST(MeteringMode, MapsTheExifNumberWithUnknownForTheRest)
     };
     for (const Case& c : cases) {
         MemoryTagSource tags;
-        if (c.mode)
-            tags.Int32(QelItem::kMeteringMode, *c.mode);
+        tags.Int32(QelItem::kMeteringMode, c.mode);
         TestImgInfo info;
-        info.GetMeteringMode(&tags);
-        EXPECT_EQ(info.Title(QelItem::kMeteringMode), L("IDS_QEL_METERING_MODE"));
-        EXPECT_EQ(info.Value(QelItem::kMeteringMode),
-                  c.key ? std::optional<std::string>(L(c.key)) : std::nullopt);
-        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+        ExpectFormatted(info, &CQelImgInfo::GetMeteringMode, tags, QelItem::kMeteringMode,
+                        L("IDS_QEL_METERING_MODE"), Shown(c.key));
     }
 }
 

@@ -18,12 +18,6 @@ std::string Text(const std::vector<const char*>& parts)
     return text;
 }
 
-void Add(MemoryTagSource& tags, UInt32 id, std::optional<SInt32> value)
-{
-    if (value)
-        tags.Int32(id, *value);
-}
-
 struct SharpeningCase {
     SInt32 deviceKind, level;
     const char* key;
@@ -77,7 +71,7 @@ TEST(SharpeningEffectsColorMode, PictureEffectNamesAndMonochromeFilter)
         SCOPED_TRACE(testing::Message() << "file " << c.fileKind << " program " << c.program);
         MemoryTagSource tags;
         tags.Int32(QelItem::kImageEffectProgram, c.program);
-        Add(tags, kFilterTag, c.filter);
+        tags.Int32(kFilterTag, c.filter);
         TestImgInfo info;
         info.Kinds(kDeviceSLR, c.fileKind).GetImageEffectProgram(&tags);
         EXPECT_EQ(info.Value(QelItem::kImageEffectProgram), Text(c.text));
@@ -117,10 +111,10 @@ TEST(SharpeningEffectsColorMode, ColorModeByFileFamilyAndMonochrome)
                                         << c.mode.value_or(-99) << " colour "
                                         << c.color.value_or(-99));
         MemoryTagSource tags;
-        Add(tags, QelItem::kColorMode, c.mode);
-        Add(tags, QelItem::kColor, c.color);
-        Add(tags, kSpaceTag, c.space);
-        Add(tags, kFilterTag, c.filter);
+        tags.Int32(QelItem::kColorMode, c.mode);
+        tags.Int32(QelItem::kColor, c.color);
+        tags.Int32(kSpaceTag, c.space);
+        tags.Int32(kFilterTag, c.filter);
         TestImgInfo info;
         info.Kinds(kDeviceSLR, c.fileKind).m_colorModeListIndex = kEarlier;
         info.GetColorMode(&tags);

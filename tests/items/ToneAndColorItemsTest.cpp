@@ -6,15 +6,6 @@ namespace {
 
 using Formatter = void (CQelImgInfo::*)(IVandelTagControl*);
 
-// nullptr: no value stored; "": an empty value; "IDS_...": that key's text;
-// anything else: that literal text.
-std::optional<std::string> Expected(const char* text)
-{
-    if (!text)
-        return std::nullopt;
-    return std::string(text).rfind("IDS_", 0) == 0 ? L(text) : text;
-}
-
 // A formatter, the item it fills and the title it gives that item.
 struct Item {
     Formatter formatter;
@@ -76,21 +67,17 @@ TEST(ToneAndColorItems, MapsEachRawValueToItsText)
         SCOPED_TRACE(testing::Message() << c.item.title << " raw " << c.raw.value_or(-99)
                                         << " device " << c.deviceKind << " file " << c.fileKind);
         MemoryTagSource tags;
-        if (c.raw)
-            tags.Int32(c.item.id, *c.raw);
+        tags.Int32(c.item.id, c.raw);
         TestImgInfo info;
-        info.Kinds(c.deviceKind, c.fileKind);
-        (info.*c.item.formatter)(&tags);
-        EXPECT_EQ(info.Title(c.item.id), L(c.item.title));
-        EXPECT_EQ(info.Value(c.item.id), Expected(c.value));
-        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+        ExpectFormatted(info.Kinds(c.deviceKind, c.fileKind), c.item.formatter, tags, c.item.id,
+                        L(c.item.title), Shown(c.value));
     }
 }
 
 struct StepCase {
     const Item& item;
     std::optional<SInt32> color, step;
-    const char* value;  // as in Expected(); hue numbers go through the unit key
+    const char* value;  // as in Shown(); hue numbers go through the unit key
     bool readsStep;
 };
 
@@ -110,14 +97,12 @@ TEST(ToneAndColorItems, SaturationAndHueStepsGiveWayToTheColourEffect)
         SCOPED_TRACE(testing::Message() << c.item.title << " colour " << c.color.value_or(-99)
                                         << " step " << c.step.value_or(-99));
         MemoryTagSource tags;
-        if (c.color)
-            tags.Int32(QelItem::kColor, *c.color);
-        if (c.step)
-            tags.Int32(c.item.id, *c.step);
+        tags.Int32(QelItem::kColor, c.color);
+        tags.Int32(c.item.id, c.step);
         TestImgInfo info;
         info.Kinds(kDeviceSLR, 0);
         (info.*c.item.formatter)(&tags);
-        std::optional<std::string> expected = Expected(c.value);
+        std::optional<std::string> expected = Shown(c.value);
         if (c.item.id == QelItem::kHueAdjustment && expected)
             expected = LF("IDS_QEL_HUE_ADJUSTMENT_UNIT", c.value);
         EXPECT_EQ(info.Value(c.item.id), expected);

@@ -40,8 +40,7 @@ TEST(WhiteBalanceTest, ValueAndListIndex)
         MemoryTagSource tags;
         if (c.record)
             tags.Record(QelItem::kWhiteBalance, 266, *c.record);
-        if (c.fineTuning)
-            tags.Int32(kFineTuning, *c.fineTuning);
+        tags.Int32(kFineTuning, c.fineTuning);
         TestImgInfo info;
         info.Kinds(2, c.fileKind);
         info.m_wbListIndex = kKept;

@@ -50,6 +50,9 @@ public:
         return size ? Size(id, *size) : *this;
     }
     MemoryTagSource& Int32(UInt32 id, SInt32 value) { return Record(id, 3, value); }
+    // The optional forms store nothing for an absent value.
+    MemoryTagSource& Int32(UInt32 id, std::optional<SInt32> v) { return v ? Int32(id, *v) : *this; }
+    MemoryTagSource& Double(UInt32 id, std::optional<double> v) { return v ? Double(id, *v) : *this; }
     MemoryTagSource& Int32s(UInt32 id, const std::vector<SInt32>& v) { return Array(id, 3, v); }
     MemoryTagSource& Double(UInt32 id, double value) { return Record(id, 4, value); }
     MemoryTagSource& Doubles(UInt32 id, const std::vector<double>& v) { return Array(id, 4, v); }

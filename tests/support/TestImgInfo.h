@@ -69,4 +69,17 @@ inline std::optional<std::string> Shown(const char* text)
     return std::string(text).rfind("IDS_", 0) == 0 ? L(text) : text;
 }
 
+// Runs a formatter on `tags` and checks the title and value it stores for the
+// item, and that every error the tags handed out was released exactly once.
+inline void ExpectFormatted(TestImgInfo& info, void (CQelImgInfo::*formatter)(IVandelTagControl*),
+                            MemoryTagSource& tags, UInt32 item,
+                            const std::optional<std::string>& title,
+                            const std::optional<std::string>& value)
+{
+    (info.*formatter)(&tags);
+    EXPECT_EQ(info.Title(item), title);
+    EXPECT_EQ(info.Value(item), value);
+    EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+}
+
 #endif
