@@ -15,49 +15,43 @@ struct ClassificationCase {
     std::string shown;
 };
 
-class Classification : public testing::TestWithParam<ClassificationCase> {};
-
-TEST_P(Classification, KindAndModelName)
-{
-    const ClassificationCase& c = GetParam();
-    MemoryTagSource tags;
-    tags.Text(kMake, c.make).Text(kModel, c.model, c.modelSize);
-    tags.Int32(kDataFormat, c.dataFormat);
-    TestImgInfo info;
-    SInt32 kind = -1;
-    info.GetMakeAndModel(&tags, &kind);
-    EXPECT_EQ(kind, c.kind);
-    EXPECT_EQ(info.Value(kModel), c.shown);
-    EXPECT_TRUE(tags.EveryErrorReleasedOnce());
-}
-
-using C = ClassificationCase;
 const std::string k300(300, 'S');
+const ClassificationCase kCases[] = {
+    {"TALVO CORP", "TALVO Q77", {}, {}, 2, "Talvo Q77"},
+    {"Talvo", "TALVO Q7 TALVO", {}, {}, 2, "Talvo Q7 TALVO"},  // first one only
+    {"TALVO", "Q77", {}, 1, 2, "Q77"},                         // SLR names are not cut
+    {"Talvo", "E1234", 1, {}, 1, "Talvo Merivax1234"},
+    {"TALVO", "MERIVAX K42", 0, {}, 1, "Talvo Merivax K42"},
+    {"TALVO", "MERIVAX E42", 0, {}, 1, "Talvo Merivax42"},
+    {"TALVO", "MERIVAXE42", 0, {}, 1, "Talvo Merivax42"},
+    {"TALVO", "Q MERIVAX", 0, {}, 1, "Talvo Merivax Q MERIVAX"},
+    {"TALVO", "S9", 64, {}, 3, "Talvo Merivax S9"}, {"TALVO", "S9", 69, {}, 3, "Talvo Merivax S9"},
+    {"TALVO", "S9", 70, {}, 1, "Talvo Merivax S9"}, {"TALVO", "S9", 63, {}, 1, "Talvo Merivax S9"},
+    {"TALVO", "L5", {}, {}, 0, "Talvo Merivax L5"},  // data format unreadable
+    {"TALVO", "P600 ZOOM", 0, 4, 1, "Talvo Merivax P600"},
+    {"TALVO", "P600", 0, 0, 1, "Talvo Merivax "},
+    {"TALVO", "P600", 0, 256, 1, "Talvo Merivax P600"},
+    {"TALVO", "P600", 0, 0xFFFFFFFF, 1, "Talvo Merivax P600"},
+    {"TALVO", k300, 0, 300, 1, "Talvo Merivax " + k300.substr(0, 255)},
+    {"TALVO", "LS SCAN 5400", {}, {}, 4, "LS SCAN 5400"},
+    {"talvo", "TALVO Q77", {}, {}, 5, "TALVO Q77"}, {"Other Corp", "E1234", {}, {}, 5, "E1234"},
+};
 
-INSTANTIATE_TEST_SUITE_P(
-    MakeAndModel, Classification,
-    testing::Values(
-        C{"TALVO CORP", "TALVO Q77", {}, {}, 2, "Talvo Q77"},
-        C{"Talvo", "TALVO Q7 TALVO", {}, {}, 2, "Talvo Q7 TALVO"},  // first one only
-        C{"TALVO", "Q77", {}, 1, 2, "Q77"},                         // SLR names are not cut
-        C{"Talvo", "E1234", 1, {}, 1, "Talvo Merivax1234"},
-        C{"TALVO", "MERIVAX K42", 0, {}, 1, "Talvo Merivax K42"},
-        C{"TALVO", "MERIVAX E42", 0, {}, 1, "Talvo Merivax42"},
-        C{"TALVO", "MERIVAXE42", 0, {}, 1, "Talvo Merivax42"},
-        C{"TALVO", "Q MERIVAX", 0, {}, 1, "Talvo Merivax Q MERIVAX"},
-        C{"TALVO", "S9", 64, {}, 3, "Talvo Merivax S9"},
-        C{"TALVO", "S9", 69, {}, 3, "Talvo Merivax S9"},
-        C{"TALVO", "S9", 70, {}, 1, "Talvo Merivax S9"},
-        C{"TALVO", "S9", 63, {}, 1, "Talvo Merivax S9"},
-        C{"TALVO", "L5", {}, {}, 0, "Talvo Merivax L5"},  // data format unreadable
-        C{"TALVO", "P600 ZOOM", 0, 4, 1, "Talvo Merivax P600"},
-        C{"TALVO", "P600", 0, 0, 1, "Talvo Merivax "},
-        C{"TALVO", "P600", 0, 256, 1, "Talvo Merivax P600"},
-        C{"TALVO", "P600", 0, 0xFFFFFFFF, 1, "Talvo Merivax P600"},
-        C{"TALVO", k300, 0, 300, 1, "Talvo Merivax " + k300.substr(0, 255)},
-        C{"TALVO", "LS SCAN 5400", {}, {}, 4, "LS SCAN 5400"},
-        C{"talvo", "TALVO Q77", {}, {}, 5, "TALVO Q77"},
-        C{"Other Corp", "E1234", {}, {}, 5, "E1234"}));
+TEST(Classification, KindAndModelName)
+{
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.model);
+        MemoryTagSource tags;
+        tags.Text(kMake, c.make).Text(kModel, c.model, c.modelSize);
+        tags.Int32(kDataFormat, c.dataFormat);
+        TestImgInfo info;
+        SInt32 kind = -1;
+        info.GetMakeAndModel(&tags, &kind);
+        EXPECT_EQ(kind, c.kind);
+        EXPECT_EQ(info.Value(kModel), c.shown);
+        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+    }
+}
 
 // Fills every byte it is offered with the Model text, without a terminator.
 class UnterminatedModel : public MemoryTagSource {

@@ -13,53 +13,47 @@ struct LineCase {
     UInt32 length;                    // GetInfoStringLength in ASCII
 };
 
-class JoinedLine : public testing::TestWithParam<LineCase> {};
+const LineCase kJoinedLineCases[] = {
+    // Value-only items.
+    {kModel, "Model", "Talvo Q77", "Talvo Q77", 11}, {kModel, "Model", "", "", 2},
+    {kModel, "Model", nullopt, nullopt, 0}, {kBounceAndWidePanel, "Bounce", "Off", "Off", 5},
+    // Value-required items; the length does not look at emptiness.
+    {kGPSAltitude, "Altitude", "35 m", "Altitude 35 m", 17},
+    {kGPSAltitude, "Altitude", nullopt, nullopt, 0}, {kGPSAltitude, "Altitude", "", nullopt, 13},
+    {kGPSAltitude, nullopt, "35 m", nullopt, 0}, {kFlashGroupA, "Group A", "", nullopt, 12},
+    {kEditHistoryFirst, "Edit", "", nullopt, 9},
+    // Title-first items.
+    {kWhiteBalance, "White Balance", "Cloudy", "White Balance Cloudy", 24},
+    {kWhiteBalance, "White Balance", "", "White Balance", 18},
+    {kWhiteBalance, "White Balance", nullopt, "White Balance", 15},
+    {kWhiteBalance, nullopt, "Cloudy", nullopt, 0}, {0, nullopt, nullopt, nullopt, 0},
+};
 
-TEST_P(JoinedLine, LineCopyAndLength)
+TEST(JoinedLine, LineCopyAndLength)
 {
-    const LineCase& c = GetParam();
-    TestImgInfo info;
-    if (c.title)
-        info.m_infoDict.SetTitle(c.item, CQelString(c.title->c_str(), kASCII));
-    if (c.value)
-        info.m_infoDict.SetValue(c.item, CQelString(c.value->c_str(), kASCII));
+    for (const auto& c : kJoinedLineCases) {
+        SCOPED_TRACE(testing::Message() << "case " << (&c - kJoinedLineCases));
+        TestImgInfo info;
+        if (c.title)
+            info.m_infoDict.SetTitle(c.item, CQelString(c.title->c_str(), kASCII));
+        if (c.value)
+            info.m_infoDict.SetValue(c.item, CQelString(c.value->c_str(), kASCII));
 
-    char buffer[64];
-    std::memset(buffer, 'x', sizeof buffer);
-    const UInt32 placed = info.GetInfoString(c.item, buffer, sizeof buffer, kASCII);
-    EXPECT_EQ(std::string(buffer, placed), c.line.value_or(""));
-    EXPECT_EQ(buffer[placed], 0);
-    EXPECT_EQ(info.GetInfoStringLength(c.item, kASCII), c.length);
+        char buffer[64];
+        std::memset(buffer, 'x', sizeof buffer);
+        const UInt32 placed = info.GetInfoString(c.item, buffer, sizeof buffer, kASCII);
+        EXPECT_EQ(std::string(buffer, placed), c.line.value_or(""));
+        EXPECT_EQ(buffer[placed], 0);
+        EXPECT_EQ(info.GetInfoStringLength(c.item, kASCII), c.length);
 
-    CFStringRef copy = info.CopyInfoCFString(c.item);
-    ASSERT_EQ(copy != nullptr, c.line.has_value());
-    if (copy) {
-        EXPECT_EQ(CQelString(copy).ToUTF8(), *c.line);
-        CFRelease(copy);
+        CFStringRef copy = info.CopyInfoCFString(c.item);
+        EXPECT_EQ(copy != nullptr, c.line.has_value());
+        if (copy) {
+            EXPECT_EQ(CQelString(copy).ToUTF8(), *c.line);
+            CFRelease(copy);
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Export, JoinedLine,
-    testing::Values(
-        // Value-only items.
-        LineCase{kModel, "Model", "Talvo Q77", "Talvo Q77", 11},
-        LineCase{kModel, "Model", "", "", 2},
-        LineCase{kModel, "Model", nullopt, nullopt, 0},
-        LineCase{kBounceAndWidePanel, "Bounce", "Off", "Off", 5},
-        // Value-required items; the length does not look at emptiness.
-        LineCase{kGPSAltitude, "Altitude", "35 m", "Altitude 35 m", 17},
-        LineCase{kGPSAltitude, "Altitude", nullopt, nullopt, 0},
-        LineCase{kGPSAltitude, "Altitude", "", nullopt, 13},
-        LineCase{kGPSAltitude, nullopt, "35 m", nullopt, 0},
-        LineCase{kFlashGroupA, "Group A", "", nullopt, 12},
-        LineCase{kEditHistoryFirst, "Edit", "", nullopt, 9},
-        // Title-first items.
-        LineCase{kWhiteBalance, "White Balance", "Cloudy", "White Balance Cloudy", 24},
-        LineCase{kWhiteBalance, "White Balance", "", "White Balance", 18},
-        LineCase{kWhiteBalance, "White Balance", nullopt, "White Balance", 15},
-        LineCase{kWhiteBalance, nullopt, "Cloudy", nullopt, 0},
-        LineCase{0, nullopt, nullopt, nullopt, 0}));
 
 TEST(TitleAndValueExport, StrictSizeTestNullBuffersAndItemZero)
 {

@@ -12,20 +12,20 @@ constexpr CFStringEncoding kUTF8 = kCFStringEncodingUTF8;
 
 // Keys without a translation come back as themselves, so they carry the
 // texts whose doubled ampersands are unescaped.
-class Ampersands : public testing::TestWithParam<std::pair<const char*, const char*>> {};
+const std::pair<const char*, const char*> kAmpersandsCases[] = {
+    {"IDS_QEL_NO_SUCH_KEY", "IDS_QEL_NO_SUCH_KEY"}, {"R&&D", "R&D"}, {"A&&B&&C", "A&B&&C"},
+    {"&&&&", "&&&"},
+};
 
-TEST_P(Ampersands, OnlyTheFirstPairIsUnescaped)
+TEST(Ampersands, OnlyTheFirstPairIsUnescaped)
 {
-    CQelString text;
-    EXPECT_TRUE(text.LoadString(GetParam().first));
-    EXPECT_EQ(text.ToUTF8(), GetParam().second);
+    for (const auto& c : kAmpersandsCases) {
+        SCOPED_TRACE(testing::Message() << "case " << (&c - kAmpersandsCases));
+        CQelString text;
+        EXPECT_TRUE(text.LoadString(c.first));
+        EXPECT_EQ(text.ToUTF8(), c.second);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(LoadString, Ampersands,
-                         testing::Values(std::make_pair("IDS_QEL_NO_SUCH_KEY", "IDS_QEL_NO_SUCH_KEY"),
-                                         std::make_pair("R&&D", "R&D"),
-                                         std::make_pair("A&&B&&C", "A&B&&C"),
-                                         std::make_pair("&&&&", "&&&")));
 
 struct CStringCase {
     const char* text;
@@ -34,28 +34,26 @@ struct CStringCase {
     std::string delivered;  // empty: nothing placed
 };
 
-class CStringExport : public testing::TestWithParam<CStringCase> {};
+const CStringCase kCStringExportCases[] = {
+    {"0123456789", kASCII, 12, ""},  // length + 2: too small
+    {"0123456789", kASCII, 13, "0123456789"}, {"0123456789", kASCII, 0, ""},
+    {"Gr\xC3\xB6\xC3\x9F" "e", kASCII, 16, "Gr??e"}, {"Gr\xC3\xB6\xC3\x9F" "e", kUTF8, 9, ""},
+    {"Gr\xC3\xB6\xC3\x9F" "e", kUTF8, 10, "Gr\xC3\xB6\xC3\x9F" "e"},
+};
 
-TEST_P(CStringExport, WholeTextOrZeroFilledBuffer)
+TEST(CStringExport, WholeTextOrZeroFilledBuffer)
 {
-    const CStringCase& c = GetParam();
-    std::vector<char> buffer(c.size + 4, 'x');  // guard bytes past `size`
-    EXPECT_EQ(CQelString(c.text, kUTF8).GetCString(buffer.data(), c.size, c.encoding),
-              c.delivered.size());
-    std::string expected = c.delivered;
-    expected.resize(c.size, '\0');
-    EXPECT_EQ(std::string(buffer.data(), c.size), expected);
-    EXPECT_EQ(std::string(buffer.data() + c.size, 4), "xxxx");
+    for (const auto& c : kCStringExportCases) {
+        SCOPED_TRACE(testing::Message() << "case " << (&c - kCStringExportCases));
+        std::vector<char> buffer(c.size + 4, 'x');  // guard bytes past `size`
+        EXPECT_EQ(CQelString(c.text, kUTF8).GetCString(buffer.data(), c.size, c.encoding),
+                  c.delivered.size());
+        std::string expected = c.delivered;
+        expected.resize(c.size, '\0');
+        EXPECT_EQ(std::string(buffer.data(), c.size), expected);
+        EXPECT_EQ(std::string(buffer.data() + c.size, 4), "xxxx");
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    GetCString, CStringExport,
-    testing::Values(CStringCase{"0123456789", kASCII, 12, ""},  // length + 2: too small
-                    CStringCase{"0123456789", kASCII, 13, "0123456789"},
-                    CStringCase{"0123456789", kASCII, 0, ""},
-                    CStringCase{"Gr\xC3\xB6\xC3\x9F" "e", kASCII, 16, "Gr??e"},
-                    CStringCase{"Gr\xC3\xB6\xC3\x9F" "e", kUTF8, 9, ""},
-                    CStringCase{"Gr\xC3\xB6\xC3\x9F" "e", kUTF8, 10, "Gr\xC3\xB6\xC3\x9F" "e"}));
 
 TEST(CQelStringTest, ByteLengthsEqualityAndFailedFormatLookup)
 {

@@ -10,22 +10,21 @@ struct CountCase {
     UInt32 count;
 };
 
-class ListCount : public testing::TestWithParam<CountCase> {};
+const CountCase kListCountCases[] = {
+    {kWhiteBalance, 2, 6}, {kSharpening, 2, 6}, {kSharpening, 1, 4}, {kSharpening, 3, 4},
+    {kSharpening, 4, 6}, {kBrightnessContrast, 1, 6}, {kToneTable, 2, 6}, {kColorMode, 2, 10},
+    {kSaturationAdjust, 2, 3}, {kISOSensitivity, 2, 0},
+};
 
-TEST_P(ListCount, CountByItemAndForSharpeningByDevice)
+TEST(ListCount, CountByItemAndForSharpeningByDevice)
 {
-    TestImgInfo info;
-    info.Kinds(GetParam().kind, 0);
-    EXPECT_EQ(info.GetInfoValueListCount(GetParam().item), GetParam().count);
+    for (const auto& c : kListCountCases) {
+        SCOPED_TRACE(testing::Message() << "case " << (&c - kListCountCases));
+        TestImgInfo info;
+        info.Kinds(c.kind, 0);
+        EXPECT_EQ(info.GetInfoValueListCount(c.item), c.count);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    ValueLists, ListCount,
-    testing::Values(CountCase{kWhiteBalance, 2, 6}, CountCase{kSharpening, 2, 6},
-                    CountCase{kSharpening, 1, 4}, CountCase{kSharpening, 3, 4},
-                    CountCase{kSharpening, 4, 6}, CountCase{kBrightnessContrast, 1, 6},
-                    CountCase{kToneTable, 2, 6}, CountCase{kColorMode, 2, 10},
-                    CountCase{kSaturationAdjust, 2, 3}, CountCase{kISOSensitivity, 2, 0}));
 
 struct EntryCase {
     UInt32 item;
@@ -35,47 +34,46 @@ struct EntryCase {
     const char* filterKey;  // shown after ", "
 };
 
-class ListEntry : public testing::TestWithParam<EntryCase> {};
+const EntryCase kListEntryCases[] = {
+    {kWhiteBalance, 2, 5, 6, "IDS_QEL_WB_CLOUDY", nullptr},
+    {kWhiteBalance, 2, 6, 0, nullptr, nullptr},
+    {kSharpening, 2, 2, 4, "IDS_QEL_SHARPENING_MEDIUM_LOW", nullptr},
+    {kSharpening, 1, 2, 2, "IDS_QEL_SHARPENING_MEDIUM", nullptr},
+    {kSharpening, 3, 4, 0, nullptr, nullptr},
+    {kBrightnessContrast, 2, 0, 1, "IDS_QEL_GAMMA_TABLE_LOW", nullptr},
+    {kToneTable, 2, 5, 16, "IDS_QEL_GAMMA_TABLE_USER", nullptr},
+    {kColorMode, 2, 5, 6, "IDS_QEL_COLOR_MODE_BW", nullptr},
+    {kColorMode, 2, 8, 0x40006, "IDS_QEL_COLOR_MODE_BW",
+    "IDS_QEL_MONOCHROME_FILTER_EFFECT_RED"},
+    {kSaturationAdjust, 2, 2, 3, "IDS_QEL_SATURATION_ADJUSTMENT_ENHANCED", nullptr},
+};
 
-TEST_P(ListEntry, TextRawValueLengthAndCopy)
+TEST(ListEntry, TextRawValueLengthAndCopy)
 {
-    const EntryCase& c = GetParam();
-    const std::string expected =
-        !c.key ? "" : c.filterKey ? L(c.key) + ", " + L(c.filterKey) : L(c.key);
-    TestImgInfo info;
-    info.Kinds(c.kind, 0);
-    char buffer[256];
-    UInt32 raw = 0xDEAD;
-    const UInt32 placed = info.GetInfoValueListItemString(c.item, c.index, &raw, buffer,
-                                                          sizeof buffer, kCFStringEncodingUTF8);
-    EXPECT_EQ(std::string(buffer, placed), expected);
-    EXPECT_EQ(raw, c.raw);
-    EXPECT_EQ(info.GetInfoValueListItemStringLength(c.item, c.index, kCFStringEncodingASCII),
-              expected.size() + 2);
-    raw = 0xDEAD;
-    CFStringRef copy = info.CopyInfoValueListItemCFString(c.item, c.index, &raw);
-    EXPECT_EQ(raw, c.raw);
-    ASSERT_EQ(copy != nullptr, !expected.empty());
-    if (copy) {
-        EXPECT_EQ(CQelString(copy).ToUTF8(), expected);
-        CFRelease(copy);
+    for (const auto& c : kListEntryCases) {
+        SCOPED_TRACE(testing::Message() << "case " << (&c - kListEntryCases));
+        const std::string expected =
+            !c.key ? "" : c.filterKey ? L(c.key) + ", " + L(c.filterKey) : L(c.key);
+        TestImgInfo info;
+        info.Kinds(c.kind, 0);
+        char buffer[256];
+        UInt32 raw = 0xDEAD;
+        const UInt32 placed = info.GetInfoValueListItemString(c.item, c.index, &raw, buffer,
+                                                              sizeof buffer, kCFStringEncodingUTF8);
+        EXPECT_EQ(std::string(buffer, placed), expected);
+        EXPECT_EQ(raw, c.raw);
+        EXPECT_EQ(info.GetInfoValueListItemStringLength(c.item, c.index, kCFStringEncodingASCII),
+                  expected.size() + 2);
+        raw = 0xDEAD;
+        CFStringRef copy = info.CopyInfoValueListItemCFString(c.item, c.index, &raw);
+        EXPECT_EQ(raw, c.raw);
+        EXPECT_EQ(copy != nullptr, !expected.empty());
+        if (copy) {
+            EXPECT_EQ(CQelString(copy).ToUTF8(), expected);
+            CFRelease(copy);
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    ValueLists, ListEntry,
-    testing::Values(
-        EntryCase{kWhiteBalance, 2, 5, 6, "IDS_QEL_WB_CLOUDY", nullptr},
-        EntryCase{kWhiteBalance, 2, 6, 0, nullptr, nullptr},
-        EntryCase{kSharpening, 2, 2, 4, "IDS_QEL_SHARPENING_MEDIUM_LOW", nullptr},
-        EntryCase{kSharpening, 1, 2, 2, "IDS_QEL_SHARPENING_MEDIUM", nullptr},
-        EntryCase{kSharpening, 3, 4, 0, nullptr, nullptr},
-        EntryCase{kBrightnessContrast, 2, 0, 1, "IDS_QEL_GAMMA_TABLE_LOW", nullptr},
-        EntryCase{kToneTable, 2, 5, 16, "IDS_QEL_GAMMA_TABLE_USER", nullptr},
-        EntryCase{kColorMode, 2, 5, 6, "IDS_QEL_COLOR_MODE_BW", nullptr},
-        EntryCase{kColorMode, 2, 8, 0x40006, "IDS_QEL_COLOR_MODE_BW",
-                  "IDS_QEL_MONOCHROME_FILTER_EFFECT_RED"},
-        EntryCase{kSaturationAdjust, 2, 2, 3, "IDS_QEL_SATURATION_ADJUSTMENT_ENHANCED", nullptr}));
 
 TEST(ValueListItems, ItemWithoutListWritesZeroAndAnswersNothing)
 {

@@ -245,8 +245,7 @@ TEST(FlashGroupLines, ModeAndLevelPerGroup)
         {3, 3, L("IDS_QEL_AUTO_FLASH_MODE_AA") + Comp(-0.5)},
         {4, 0xF4, L("IDS_QEL_AUTO_FLASH_MODE_A") + Comp(2.0)}, {6, 0, m + Ev2(1)},
         {6, 1, m + Ev1(1, 1, 6)}, {6, 3, m + Ev1(1, 1, 2)}, {6, 5, m + Ev1(1, 5, 6)},
-        {6, 6, m + Ev2(2)},
-        {6, 47, m + Ev1(128, 5, 6)}, {6, 48, m + Ev2(256)}, {6, 49, m},
+        {6, 6, m + Ev2(2)}, {6, 47, m + Ev1(128, 5, 6)}, {6, 48, m + Ev2(256)}, {6, 49, m},
         {7, 13, L("IDS_QEL_AUTO_FLASH_MODE_RPT") + Ev1(4, 1, 6)},
         {7, 255, L("IDS_QEL_AUTO_FLASH_MODE_RPT")},
         {2, 6, std::nullopt},  // 2 is TTL only for the unit itself

@@ -127,26 +127,4 @@ TEST(SharpeningEffectsColorMode, ColorModeByFileFamilyAndMonochrome)
     }
 }
 
-TEST(SharpeningEffectsColorMode, PositionsCarryOverFromFileToFile)
-{
-    // {device kind, sharpening, colour mode, expected sharpening and colour-mode positions}
-    const struct {
-        SInt32 deviceKind, sharpening, colorMode, sharpeningIndex, colorModeIndex;
-    } files[] = {
-        {kDeviceSLR, 5, 2, 4, 1}, {kDeviceCompact, 5, 9, 4, 1}, {kDeviceCompact, 3, 6, 3, 5},
-        {kDeviceSLR, 9, 0, 3, 5},
-    };
-    TestImgInfo info;
-    for (const auto& file : files) {
-        MemoryTagSource tags;
-        tags.Int32(QelItem::kSharpening, file.sharpening);
-        tags.Int32(QelItem::kColorMode, file.colorMode);
-        info.Kinds(file.deviceKind, 0);
-        info.GetSharpening(&tags);
-        info.GetColorMode(&tags);
-        EXPECT_EQ(info.m_sharpeningListIndex, file.sharpeningIndex);
-        EXPECT_EQ(info.m_colorModeListIndex, file.colorModeIndex);
-    }
-}
-
 }  // namespace
