@@ -4,10 +4,7 @@
 
 namespace {
 
-struct GridSize {
-    SInt32 kind;
-    UInt32 rows, cols, filledCells;
-};
+struct GridSize { SInt32 kind; UInt32 rows, cols, filledCells; };
 
 const GridSize kGridShapeCases[] = {
     {0, 0, 0, 0}, {1, 6, 4, 21}, {2, 10, 8, 48}, {3, 6, 4, 17}, {4, 6, 4, 18}, {5, 6, 3, 12},
@@ -38,10 +35,7 @@ TEST(GridShape, SizeAndFilledColumns)
     }
 }
 
-struct CellCase {
-    SInt32 kind;
-    UInt32 row, col, item;
-};
+struct CellCase { SInt32 kind; UInt32 row, col, item; };
 
 const CellCase kGridCellCases[] = {
     {1, 4, 2, 0x80008}, {1, 5, 2, 0}, {1, 3, 3, 0x80095},

@@ -133,10 +133,7 @@ TEST(StoreReuse, AMovedTextKeepsItsBytesAndTheOriginalCanBeReused)
 // gets the same line.
 TEST(ExportedLines, StayTheHostsAndAreTheSameInEveryEncoding)
 {
-    const struct {
-        UInt32 item;
-        const char *title, *value, *line;
-    } cases[] = {
+    const struct { UInt32 item; const char *title, *value, *line; } cases[] = {
         {kModel, "Model", "Talvo Q77", "Talvo Q77"},
         {kWhiteBalance, "White Balance", "", "White Balance"},
         {kWhiteBalance, "White Balance", "Cloudy", "White Balance Cloudy"},

@@ -4,11 +4,7 @@ namespace {
 
 using namespace QelItem;
 
-struct CountCase {
-    UInt32 item;
-    SInt32 kind;
-    UInt32 count;
-};
+struct CountCase { UInt32 item; SInt32 kind; UInt32 count; };
 
 const CountCase kListCountCases[] = {
     {kWhiteBalance, 2, 6}, {kSharpening, 2, 6}, {kSharpening, 1, 4}, {kSharpening, 3, 4},

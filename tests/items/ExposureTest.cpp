@@ -51,11 +51,7 @@ TEST(ExposureTimeTest, ShowsTimeThenFNumber)
     }
 }
 
-struct StepCase {
-    SInt16 value, numerator, denominator;
-    double number;
-    const char* text;
-};
+struct StepCase { SInt16 value, numerator, denominator; double number; const char* text; };
 
 const StepCase kStepCases[] = {
     {0, 1, 3, 0.0, "0"}, {2, 0, 3, 0.0, "0"}, {2, 1, 0, 0.0, "0"}, {-4, 1, 6, -4.0 / 6.0, "-0.7"},

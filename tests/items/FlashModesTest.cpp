@@ -277,11 +277,7 @@ TEST(FlashGroupLines, ModeAndLevelPerGroup)
 TEST(FlashBounceAndWidePanel, OnlyOneMeansUsed)
 {
     const std::string bounce = L("IDS_QEL_BOUNCE"), panel = L("IDS_QEL_WIDE_PANEL");
-    const struct {
-        UInt8 bounce;
-        bool widePanel;
-        std::optional<std::string> expected;
-    } cases[] = {
+    const struct { UInt8 bounce; bool widePanel; std::optional<std::string> expected; } cases[] = {
         {1, true, bounce + "/" + panel}, {1, false, bounce}, {0, true, panel},
         {2, true, panel},                {2, false, std::nullopt}, {0, false, std::nullopt},
     };

@@ -53,10 +53,7 @@ TEST(LensInfo, DescribesTheLens)
 
 TEST(FocalLength, DropsOnlyATrailingPointZero)
 {
-    struct Case {
-        double millimetres;
-        const char* text;
-    } const cases[] = {
+    struct Case { double millimetres; const char* text; } const cases[] = {
         {50.0, "50"}, {18.5, "18.5"}, {100.0, "100"}, {10.0, "10"},   {20.5, "20.5"},
         {0.0, "0"},   {10.96, "11"},  {-5.0, "-5"},   {1e20, "100000000000000000000"},
     };

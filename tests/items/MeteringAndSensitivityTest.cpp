@@ -51,9 +51,7 @@ TEST(ISOSensitivity, ShowsTheModeOrTheSensitivity)
 {
     for (const ISOCase& c : kISOCases) {
         SCOPED_TRACE(testing::Message() << "case " << (&c - kISOCases));
-        const struct {
-            UInt16 mode, number;
-        } record = {c.mode, c.number};
+        const struct { UInt16 mode, number; } record = {c.mode, c.number};
         MemoryTagSource tags;
         tags.Record(QelItem::kISOSensitivity, 260, record);
         TestImgInfo info;

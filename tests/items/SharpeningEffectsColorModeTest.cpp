@@ -18,11 +18,7 @@ std::string Text(const std::vector<const char*>& parts)
     return text;
 }
 
-struct SharpeningCase {
-    SInt32 deviceKind, level;
-    const char* key;
-    SInt32 index;
-};
+struct SharpeningCase { SInt32 deviceKind, level; const char* key; SInt32 index; };
 
 TEST(SharpeningEffectsColorMode, SharpeningPositionDependsOnTheDevicesList)
 {

@@ -7,11 +7,7 @@ namespace {
 using Formatter = void (CQelImgInfo::*)(IVandelTagControl*);
 
 // A formatter, the item it fills and the title it gives that item.
-struct Item {
-    Formatter formatter;
-    UInt32 id;
-    const char* title;
-};
+struct Item { Formatter formatter; UInt32 id; const char* title; };
 #define QEL_ITEM(name, fn, id, title) const Item name{&CQelImgInfo::fn, QelItem::id, title};
 QEL_ITEM(kColor, GetColor, kColor, "IDS_QEL_COLOR")
 QEL_ITEM(kSpace, GetColorSpace, kColorSpace, "IDS_QEL_COLOR_SPACE")
@@ -113,9 +109,7 @@ TEST(ToneAndColorItems, SaturationAndHueStepsGiveWayToTheColourEffect)
 
 // One object reads several files in turn: a value the list does not offer
 // keeps the position of the file before.
-struct IndexStep {
-    SInt32 fileKind, raw, index;
-};
+struct IndexStep { SInt32 fileKind, raw, index; };
 
 TEST(ToneAndColorItems, ListPositionsSurviveValuesTheListLacks)
 {

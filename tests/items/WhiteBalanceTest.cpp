@@ -5,10 +5,7 @@ namespace {
 constexpr UInt32 kFineTuning = 0x8000B;
 constexpr SInt32 kKept = 7;  // a list position left by an earlier file
 
-struct WhiteBalanceRecord {
-    UInt32 mode;
-    SInt32 colorTemperature;
-};
+struct WhiteBalanceRecord { UInt32 mode; SInt32 colorTemperature; };
 
 struct BalanceCase {
     std::optional<WhiteBalanceRecord> record;
