@@ -45,12 +45,8 @@ TEST(ShootingDateTest, PrintsDateAndTime)
         if (c.subSeconds)
             tags.Text(kSubSecTimeOriginal, *c.subSeconds);
         TestImgInfo info;
-        info.GetShootingDate(&tags);
-
-        EXPECT_EQ(info.Title(QelItem::kShootingDate), L("IDS_QEL_DATE_TIME"));
-        EXPECT_EQ(info.Value(QelItem::kShootingDate),
-                  c.shown ? std::string(c.shown) : L("IDS_QEL_DATE_TIME_UNKNOWN"));
-        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+        ExpectFormatted(info, &CQelImgInfo::GetShootingDate, tags, QelItem::kShootingDate,
+                        L("IDS_QEL_DATE_TIME"), c.shown ? c.shown : L("IDS_QEL_DATE_TIME_UNKNOWN"));
     }
 }
 

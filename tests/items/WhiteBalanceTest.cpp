@@ -39,15 +39,11 @@ TEST(WhiteBalanceTest, ValueAndListIndex)
             tags.Record(QelItem::kWhiteBalance, 266, *c.record);
         tags.Int32(kFineTuning, c.fineTuning);
         TestImgInfo info;
-        info.Kinds(2, c.fileKind);
         info.m_wbListIndex = kKept;
-        info.GetWhiteBalance(&tags);
-
-        EXPECT_EQ(info.Title(QelItem::kWhiteBalance), L("IDS_QEL_WB"));
-        EXPECT_EQ(info.Value(QelItem::kWhiteBalance),
-                  c.expected ? std::optional(c.expected()) : std::nullopt);
+        ExpectFormatted(info.Kinds(2, c.fileKind), &CQelImgInfo::GetWhiteBalance, tags,
+                        QelItem::kWhiteBalance, L("IDS_QEL_WB"),
+                        c.expected ? std::optional(c.expected()) : std::nullopt);
         EXPECT_EQ(info.m_wbListIndex, c.listIndex);
-        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
     }
 }
 
