@@ -83,28 +83,16 @@ TEST(ValueStepText, OneSharedBufferForAllObjects)
 // Both items: the signed steps in the item's unit, or the title alone.
 TEST(ExposureOffsetItems, ValueOrTitleOnly)
 {
-    const struct {
-        void (CQelImgInfo::*format)(IVandelTagControl*);
-        UInt32 itemID;
-        const char* titleKey;
-        const char* unitKey;
-    } items[] = {
-        {&CQelImgInfo::GetExposureComp, QelItem::kExposureComp, "IDS_QEL_EXPOSURE_COMP",
-         "IDS_QEL_EXPOSURE_COMP_UNIT"},
-        {&CQelImgInfo::GetExposureDiff, QelItem::kExposureDiff, "IDS_QEL_EXPOSURE_DIFF",
-         "IDS_QEL_EXPOSURE_DIFF_UNIT"},
-    };
+    const struct { void (CQelImgInfo::*format)(IVandelTagControl*); UInt32 id; const char* key; }
+        items[] = {{&CQelImgInfo::GetExposureComp, QelItem::kExposureComp, "IDS_QEL_EXPOSURE_COMP"},
+                   {&CQelImgInfo::GetExposureDiff, QelItem::kExposureDiff, "IDS_QEL_EXPOSURE_DIFF"}};
     for (const auto& item : items) {
         MemoryTagSource tags;
-        tags.ValueStep(item.itemID, -4, 1, 6);
+        tags.ValueStep(item.id, -4, 1, 6);
         TestImgInfo read, absent;
-        (read.*item.format)(&tags);
-        (absent.*item.format)(&tags.Remove(item.itemID));
-        EXPECT_EQ(read.Title(item.itemID), L(item.titleKey));
-        EXPECT_EQ(read.Value(item.itemID), LF(item.unitKey, "-0.7"));
-        EXPECT_EQ(absent.Title(item.itemID), L(item.titleKey));
-        EXPECT_EQ(absent.Value(item.itemID), std::nullopt);
-        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+        const std::string unit = std::string(item.key) + "_UNIT";
+        ExpectFormatted(read, item.format, tags, item.id, L(item.key), LF(unit.c_str(), "-0.7"));
+        ExpectFormatted(absent, item.format, tags.Remove(item.id), item.id, L(item.key), {});
     }
 }
 
