@@ -9,12 +9,16 @@
 namespace {
 
 using namespace QelItem;
+using std::nullopt;
 constexpr CFStringEncoding kASCII = kCFStringEncodingASCII;
 
 CQelString Text(const char* text) { return CQelString(text, kASCII); }
 
-std::string Owned(CFStringRef copy)
+// The text of a copy handed to the host, which is then released; nullopt for none.
+std::optional<std::string> Owned(CFStringRef copy)
 {
+    if (!copy)
+        return std::nullopt;
     const std::string text = CQelString(copy).ToUTF8();
     CFRelease(copy);
     return text;
@@ -128,35 +132,53 @@ TEST(StoreReuse, AMovedTextKeepsItsBytesAndTheOriginalCanBeReused)
     EXPECT_EQ(original.ToUTF8(), "Shade");
 }
 
-// One item of each way a line is made: the value alone, the title alone, and
-// title and value joined. The host's copies stay its own, and every encoding
-// gets the same line.
-TEST(ExportedLines, StayTheHostsAndAreTheSameInEveryEncoding)
+struct LineCase {
+    UInt32 item;
+    std::optional<std::string> title, value;
+    std::optional<std::string> line;  // nullopt: the item shows nothing
+    UInt32 length;                    // GetInfoStringLength in ASCII
+};
+
+const LineCase kLineCases[] = {
+    // Value-only items.
+    {kModel, "Model", "Talvo Q77", "Talvo Q77", 11}, {kModel, "Model", "", "", 2},
+    {kModel, "Model", nullopt, nullopt, 0}, {kBounceAndWidePanel, "Bounce", "Off", "Off", 5},
+    // Value-required items; the length does not look at emptiness.
+    {kGPSAltitude, "Altitude", "35 m", "Altitude 35 m", 17},
+    {kGPSAltitude, "Altitude", nullopt, nullopt, 0}, {kGPSAltitude, "Altitude", "", nullopt, 13},
+    {kGPSAltitude, nullopt, "35 m", nullopt, 0}, {kFlashGroupA, "Group A", "", nullopt, 12},
+    {kEditHistoryFirst, "Edit", "", nullopt, 9},
+    // Title-first items.
+    {kWhiteBalance, "White Balance", "Cloudy", "White Balance Cloudy", 24},
+    {kWhiteBalance, "White Balance", "", "White Balance", 18},
+    {kWhiteBalance, "White Balance", nullopt, "White Balance", 15},
+    {kWhiteBalance, nullopt, "Cloudy", nullopt, 0}, {0, nullopt, nullopt, nullopt, 0},
+};
+
+// Each way a line is made: the line in every encoding, its length, and copies
+// that stay the host's whatever the store and the export do next.
+TEST(ExportedLines, LineLengthAndCopiesInEveryEncoding)
 {
-    const struct { UInt32 item; const char *title, *value, *line; } cases[] = {
-        {kModel, "Model", "Talvo Q77", "Talvo Q77"},
-        {kWhiteBalance, "White Balance", "", "White Balance"},
-        {kWhiteBalance, "White Balance", "Cloudy", "White Balance Cloudy"},
-        {kGPSAltitude, "Altitude", "35 m", "Altitude 35 m"},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.line);
+    for (const auto& c : kLineCases) {
+        SCOPED_TRACE(testing::Message() << "case " << (&c - kLineCases));
         TestImgInfo info;
-        info.m_infoDict.SetTitle(c.item, Text(c.title));
-        info.m_infoDict.SetValue(c.item, Text(c.value));
+        if (c.title)
+            info.m_infoDict.SetTitle(c.item, Text(c.title->c_str()));
+        if (c.value)
+            info.m_infoDict.SetValue(c.item, Text(c.value->c_str()));
+        EXPECT_EQ(info.GetInfoStringLength(c.item, kASCII), c.length);
         for (CFStringEncoding encoding : {kCFStringEncodingASCII, kCFStringEncodingUTF8, kCFStringEncodingUTF16}) {
-            char exported[128], direct[128];
+            char exported[128], direct[128] = {};
             std::memset(exported, 'x', sizeof exported);
             const UInt32 placed = info.GetInfoString(c.item, exported, sizeof exported, encoding);
-            const UInt32 wanted = Text(c.line).GetCString(direct, sizeof direct, encoding);
-            EXPECT_GT(wanted, 0u) << encoding;
+            const UInt32 wanted =
+                c.line ? Text(c.line->c_str()).GetCString(direct, sizeof direct, encoding) : 0;
             EXPECT_EQ(placed, wanted) << encoding;
-            EXPECT_EQ(std::memcmp(exported, direct, sizeof exported), 0) << encoding;
+            EXPECT_EQ(std::memcmp(exported, direct, wanted + 1), 0) << encoding;
         }
         CFStringRef line = info.CopyInfoCFString(c.item);
         CFStringRef title = info.CopyInfoTitleCFString(c.item);
         CFStringRef value = info.CopyInfoValueCFString(c.item);
-        ASSERT_NE(line, nullptr);
         // Other items exported afterwards and the next file's texts must not show through.
         info.m_infoDict.SetTitle(kFlashMode, Text("Flash"));
         info.m_infoDict.SetValue(kFlashMode, Text("Fill-in flash, red-eye reduction"));
@@ -170,6 +192,28 @@ TEST(ExportedLines, StayTheHostsAndAreTheSameInEveryEncoding)
         EXPECT_EQ(Owned(title), c.title);
         EXPECT_EQ(Owned(value), c.value);
     }
+}
+
+TEST(TitleAndValueExport, StrictSizeTestNullBuffersAndItemZero)
+{
+    TestImgInfo info;
+    info.m_infoDict.SetTitle(kWhiteBalance, CQelString("0123456789", kASCII));
+    info.m_infoDict.SetValue(kWhiteBalance, CQelString("", kASCII));
+    char buffer[16];
+    EXPECT_EQ(info.GetInfoTitleStringLength(kWhiteBalance, kASCII), 12u);
+    EXPECT_EQ(info.GetInfoTitleString(kWhiteBalance, buffer, 12, kASCII), 0u);
+    EXPECT_EQ(info.GetInfoTitleString(kWhiteBalance, buffer, 13, kASCII), 10u);
+    EXPECT_EQ(info.GetInfoString(kWhiteBalance, nullptr, 100, kASCII), 0u);
+    EXPECT_EQ(info.GetInfoValueString(kWhiteBalance, nullptr, 100, kASCII), 0u);
+
+    CFStringRef empty = info.CopyInfoValueCFString(kWhiteBalance);  // empty, not null
+    ASSERT_NE(empty, nullptr);
+    EXPECT_EQ(CFStringGetLength(empty), 0);
+    CFRelease(empty);
+    EXPECT_EQ(info.CopyInfoValueCFString(0), nullptr);
+    std::memset(buffer, 'x', sizeof buffer);
+    EXPECT_EQ(info.GetInfoValueString(0, buffer, sizeof buffer, kASCII), 0u);
+    EXPECT_EQ(std::string(buffer, sizeof buffer), std::string(sizeof buffer, '\0'));
 }
 
 // Value-list entries are built in the same buffer as the lines: each
