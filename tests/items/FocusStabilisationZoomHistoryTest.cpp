@@ -2,7 +2,6 @@
 // processing and the edit history.
 #include "TestImgInfo.h"
 
-#include <algorithm>
 #include <array>
 #include <functional>
 
@@ -13,11 +12,7 @@ using Expected = std::optional<std::string>;
 
 std::function<void(MemoryTagSource&)> Focus(SInt32 mode, std::optional<double> distance)
 {
-    return [=](MemoryTagSource& t) {
-        t.Int32(kAutoFocusMode, mode);
-        if (distance)
-            t.Double(0x80085, *distance);
-    };
+    return [=](MemoryTagSource& t) { t.Int32(kAutoFocusMode, mode).Double(0x80085, distance); };
 }
 
 // A stabilisation record (version, state, mode), optionally the compact setting.
@@ -29,18 +24,14 @@ std::function<void(MemoryTagSource&)> Stabiliser(const char* version, UInt8 stat
             t.Record(kStabilisation, kQelValueStabilisation,
                      std::array<char, 8>{version[0], version[1], version[2], version[3],
                                          static_cast<char>(state), 0, static_cast<char>(mode)});
-        if (compact)
-            t.Int32(0x800AC, *compact);
+        t.Int32(0x800AC, compact);
     };
 }
 
 std::function<void(MemoryTagSource&)> Processing(char minor, SInt32 kind, SInt32 count,
                                                  SInt32 gain)
 {
-    struct Record {
-        char version[4];
-        SInt32 kind, count, gain;
-    };
+    struct Record { char version[4]; SInt32 kind, count, gain; };
     return [=](MemoryTagSource& t) {
         t.Record(kPictureProcessing, kQelValuePictureProcessing,
                  Record{{'0', minor, '0', '0'}, kind, count, gain});
@@ -83,24 +74,18 @@ TEST(FocusStabilisationZoomProcessing, Values)
         {"unknown processing", Processing('1', 3, 2, 2), proc, 0, {}},
         {"processing version 0200", Processing('2', 1, 2, 2), proc, 0, {}},
     };
-    const std::pair<decltype(focus), UInt32> items[] = {
-        {focus, kAutoFocusMode}, {stab, kStabilisation}, {zoom, kDigitalZoom},
-        {proc, kPictureProcessing}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         MemoryTagSource tags;
         c.tags(tags);
         TestImgInfo info;
         (info.Kinds(kDeviceSLR, c.fileKind).*c.formatter)(&tags);
-        const UInt32 item = std::find_if(std::begin(items), std::end(items), [&](auto& i) {
-                                return i.first == c.formatter;
-                            })->second;
+        const UInt32 item = c.formatter == focus  ? kAutoFocusMode
+                            : c.formatter == stab ? kStabilisation
+                            : c.formatter == zoom ? kDigitalZoom : kPictureProcessing;
         // Picture processing alone stores no title for what it does not know.
-        const Expected title = c.processingTitle ? L(c.processingTitle) : Expected{};
-        EXPECT_EQ(info.Title(item).has_value(), c.formatter != proc || title.has_value());
-        if (title) {
-            EXPECT_EQ(info.Title(item), title);
-        }
+        EXPECT_EQ(c.formatter == proc ? info.Title(item) : std::nullopt, Shown(c.processingTitle));
+        EXPECT_TRUE(c.formatter == proc || info.Title(item));
         EXPECT_EQ(info.Value(item), c.value);
         EXPECT_TRUE(tags.EveryErrorReleasedOnce());
     }
