@@ -17,7 +17,7 @@ namespace {
 
 // A title every file has, and a key no table holds (it shows as itself).
 constexpr const char* kTitleKey = "IDS_QEL_WB";
-constexpr const char* kMissingKey = "IDS_QEL_NO_SUCH_TEXT";
+constexpr const char* kMissingKey = "QEL_KEY_IN_NO_TABLE";
 
 // Lookups after the first: the table is read and the language resolved.
 void BM_LoadString(benchmark::State& state, const char* key)
