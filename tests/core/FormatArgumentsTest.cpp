@@ -50,6 +50,10 @@ const Case kCases[] = {
     {"%s", {42}, "42"}, {"%d", {"text"}, "text"}, {"%f", {7}, "7"}, {"%d %d %d", {1}, "1  "},
     {"%9$d|%0$d", {1}, "|d"}, {"%n%p%k", {1, 2, 3}, ""}, {"%", {1}, ""},
     {"%99999999999d", {1}, "1"}, {"%s", {static_cast<const char*>(nullptr)}, "(null)"},
+    // Lengths around the small buffer a number is printed into, and beyond.
+    {"%63d", {7}, std::string(62, ' ') + "7"}, {"%64d", {7}, std::string(63, ' ') + "7"},
+    {"%65d", {7}, std::string(64, ' ') + "7"}, {"%-9999d|", {-1}, "-1" + std::string(9997, ' ') + "|"},
+    {"%s", {kLong.c_str()}, kLong}, {"%.64s|", {kLong.c_str()}, std::string(64, 'x') + "|"},
 };
 
 TEST(FormatArguments, AppliesLocalizedFormatsToTypedArguments)
