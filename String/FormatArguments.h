@@ -12,7 +12,7 @@
 // So a translation may pick any subset of the arguments by position (the
 // GPS position picks degrees-minutes-seconds or degrees with decimal
 // minutes) and can never read an argument the code did not pass.
-// Numbers print exactly as printf prints them in the C locale.
+// Numbers print exactly as printf prints them.
 #ifndef QEL_FORMAT_ARGUMENTS_H
 #define QEL_FORMAT_ARGUMENTS_H
 
