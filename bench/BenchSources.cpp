@@ -94,7 +94,7 @@ std::unique_ptr<CountingSource> OpenDeviceFile(Device device)
         break;
     }
     case Device::kCompact:
-        tags = qel::JsonTagSource::FromFile(SamplePath("merivax-e5400.json"));
+        tags = qel::JsonTagSource::FromFile(SamplePath("merivax-e7310.json"));
         break;
     case Device::kScanner:
         tags = qel::JsonTagSource::FromFile(SamplePath("talvo-filmscan-f40.json"));

@@ -23,8 +23,8 @@ namespace {
 // GPS and scanner items look for, and a few that no camera writes.
 constexpr const char* kTexts[] = {
     "TALVO", "Talvo", "TALVO CORPORATION", "Talvo Corp.", "OTHER MAKER", "talvo", "",
-    "MERIVAX", "MERIVAX E5400", "MERIVAX K42", "MERIVAXE", "MERIVAX E", "M", "ME", "MERIVA",
-    "E", "E1234", "E5400", "S9", "L1", "P5", "SCAN", "FILMSCAN F40", "TALVO FILMSCAN",
+    "MERIVAX", "MERIVAX E7310", "MERIVAX K42", "MERIVAXE", "MERIVAX E", "M", "ME", "MERIVA",
+    "E", "E1234", "E7310", "S37", "L1", "P5", "SCAN", "FILMSCAN F40", "TALVO FILMSCAN",
     "TALVO Q77", "Q77 TALVO TALVO", "X TALVO",
     "2005:07:14 10:22:05", "2005/07/14", "::::: :::::", "99999:99999:99999 99999:99999:99999",
     "-1:-1:-1 -1:-1:-1", "2147483648:4294967296:1 1:1:1", "123", "99999999999999999999",

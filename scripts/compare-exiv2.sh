@@ -36,7 +36,7 @@ mkdir -p "$dir/seeds"
 touch "$dir/$marker"
 cp "$seed_image" "$dir/seeds/slr.jpg"
 cp "$seed_image" "$dir/seeds/compact.jpg"
-exiv2 -q -M'set Exif.Image.Model MERIVAX E5400' -M'del Exif.GPSInfo.GPSLatitude' \
+exiv2 -q -M'set Exif.Image.Model MERIVAX E7310' -M'del Exif.GPSInfo.GPSLatitude' \
   -M'del Exif.GPSInfo.GPSLongitude' "$dir/seeds/compact.jpg"
 cp "$seed_image" "$dir/seeds/other.jpg"
 exiv2 -q -M'set Exif.Image.Make KESTREL IMAGING' -M'set Exif.Image.Model KX-20' \

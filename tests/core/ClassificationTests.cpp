@@ -25,15 +25,15 @@ const ClassificationCase kCases[] = {
     {"TALVO", "MERIVAX E42", 0, {}, 1, "Talvo Merivax42"},
     {"TALVO", "MERIVAXE42", 0, {}, 1, "Talvo Merivax42"},
     {"TALVO", "Q MERIVAX", 0, {}, 1, "Talvo Merivax Q MERIVAX"},
-    {"TALVO", "S9", 64, {}, 3, "Talvo Merivax S9"}, {"TALVO", "S9", 69, {}, 3, "Talvo Merivax S9"},
-    {"TALVO", "S9", 70, {}, 1, "Talvo Merivax S9"}, {"TALVO", "S9", 63, {}, 1, "Talvo Merivax S9"},
-    {"TALVO", "L5", {}, {}, 0, "Talvo Merivax L5"},  // data format unreadable
-    {"TALVO", "P600 ZOOM", 0, 4, 1, "Talvo Merivax P600"},
-    {"TALVO", "P600", 0, 0, 1, "Talvo Merivax "},
-    {"TALVO", "P600", 0, 256, 1, "Talvo Merivax P600"},
-    {"TALVO", "P600", 0, 0xFFFFFFFF, 1, "Talvo Merivax P600"},
+    {"TALVO", "S37", 64, {}, 3, "Talvo Merivax S37"}, {"TALVO", "S37", 69, {}, 3, "Talvo Merivax S37"},
+    {"TALVO", "S37", 70, {}, 1, "Talvo Merivax S37"}, {"TALVO", "S37", 63, {}, 1, "Talvo Merivax S37"},
+    {"TALVO", "L62", {}, {}, 0, "Talvo Merivax L62"},  // data format unreadable
+    {"TALVO", "P815 ZOOM", 0, 4, 1, "Talvo Merivax P815"},
+    {"TALVO", "P815", 0, 0, 1, "Talvo Merivax "},
+    {"TALVO", "P815", 0, 256, 1, "Talvo Merivax P815"},
+    {"TALVO", "P815", 0, 0xFFFFFFFF, 1, "Talvo Merivax P815"},
     {"TALVO", k300, 0, 300, 1, "Talvo Merivax " + k300.substr(0, 255)},
-    {"TALVO", "LS SCAN 5400", {}, {}, 4, "LS SCAN 5400"},
+    {"TALVO", "LS SCAN 9130", {}, {}, 4, "LS SCAN 9130"},
     {"talvo", "TALVO Q77", {}, {}, 5, "TALVO Q77"}, {"Other Corp", "E1234", {}, {}, 5, "E1234"},
 };
 

@@ -48,7 +48,7 @@ TEST(ImageInfoObject, AssignmentCopiesStoreKindsAndListIndexes)
         &TestImgInfo::m_colorModeListIndex, &TestImgInfo::m_saturationListIndex};
     for (SInt32 i = 0; i < 6; ++i)
         source.*indexes[i] = i + 1;
-    source.m_infoDict.SetValue(kModel, CQelString("LS SCAN", kASCII));
+    source.m_infoDict.SetValue(kModel, CQelString("VX SCAN", kASCII));
     target.m_infoDict.SetValue(kWhiteBalance, CQelString("dropped", kASCII));
     target = source;
     source.m_infoDict.SetValue(kModel, CQelString("changed later", kASCII));
@@ -59,7 +59,7 @@ TEST(ImageInfoObject, AssignmentCopiesStoreKindsAndListIndexes)
     EXPECT_EQ(target.FileKind(), 0x401);
     for (SInt32 i = 0; i < 6; ++i)
         EXPECT_EQ(target.GetInfoValueListCurrentIndex(kQelValueListItemIDs[i]), i + 1);
-    EXPECT_EQ(target.Value(kModel), "LS SCAN");
+    EXPECT_EQ(target.Value(kModel), "VX SCAN");
     EXPECT_EQ(target.Value(kWhiteBalance), std::nullopt);
 }
 

@@ -69,7 +69,7 @@ TEST(Encoding, RoundTripsThroughEightBitAndJapaneseEncodings)
         CFStringEncoding encoding;
     };
     const RoundTrip cases[] = {
-        {"Nikkor \xC3\x86 \xC3\xA9\xC3\xBC \xE2\x84\xA2 \xE2\x80\xA0", kCFStringEncodingMacRoman},
+        {"Qelkor \xC3\x86 \xC3\xA9\xC3\xBC \xE2\x84\xA2 \xE2\x80\xA0", kCFStringEncodingMacRoman},
         {"caf\xC3\xA9 \xC2\xB1\xC2\xB0", kCFStringEncodingISOLatin1},
         {"\xE2\x82\xAC \xE2\x80\x9Cquote\xE2\x80\x9D", kCFStringEncodingWindowsLatin1},
         {"\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E \xE3\x82\xAB\xE3\x83\xA1\xE3\x83\xA9 ABC", kCFStringEncodingShiftJIS},

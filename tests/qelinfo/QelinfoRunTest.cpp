@@ -82,7 +82,7 @@ void ExpectContract(const json& object, uint32_t rows, uint32_t cols)
 TEST(Samples, FollowTheJsonContractInTheirDevicesGrid)
 {
     const struct { const char* file; uint32_t rows, cols; } samples[] = {
-        {"talvo-q77.json", 10, 8}, {"merivax-e5400.json", 6, 4}, {"merivax-4800-movie.json", 6, 4},
+        {"talvo-q77.json", 10, 8}, {"merivax-e7310.json", 6, 4}, {"merivax-3710-movie.json", 6, 4},
         {"talvo-filmscan-f40.json", 6, 4}, {"talvo-q77-harbour.jpg", 10, 8}};
     std::vector<std::string> arguments = {"--format", "json"};
     for (const auto& sample : samples)
@@ -125,7 +125,7 @@ TEST(ValueLists, PositionsCarryOverFromFileToFileInOneRun)
             {"id": "0x800AA", "type": 3, "ints": [2]})"),
          {5, 3, -1, 2, 0, 1}, 6},
         // Auto white balance and automatic tone have no list entry: the SLR's survive.
-        {TalvoTagFile("MERIVAX E5400", 515, R"(
+        {TalvoTagFile("MERIVAX E7310", 515, R"(
             {"id": "0x80004", "type": 3, "ints": [2]},
             {"id": "0x80005", "type": 266, "ints": [0, 0]}, {"id": "0x80006", "type": 3, "ints": [1]},
             {"id": "0x80081", "type": 3, "ints": [4]})"),
@@ -179,7 +179,7 @@ TEST_P(CommandLine, AnswersWithItsExitStatus)
     }
 }
 
-const std::string kCompact = kSamples + "/merivax-e5400.json";
+const std::string kCompact = kSamples + "/merivax-e7310.json";
 
 INSTANTIATE_TEST_SUITE_P(
     Arguments, CommandLine,
@@ -329,7 +329,7 @@ TEST(JsonLineForm, IsTheLibrarysOwnRendering)
     ScratchFolder folder;
     const std::string slr = qelinfo_test::ReadAll(kSamples + "/talvo-q77.json");
     std::vector<std::string> arguments = {
-        "--format", "json", kSamples + "/talvo-q77.json", kSamples + "/merivax-e5400.json",
+        "--format", "json", kSamples + "/talvo-q77.json", kSamples + "/merivax-e7310.json",
         kSamples + "/talvo-filmscan-f40.json", kSamples + "/talvo-q77-harbour.jpg",
         folder.Write("quote\"back\\slash.json", slr), folder.Write("control\x01\x1f tab\tname.json", slr),
         folder.Write("bytes \xff\xfe and \xc3(.json", slr), folder.Write("\xc3\x9cnic\xc3\xb8" "de \xc3\x97.json", slr),

@@ -23,7 +23,7 @@ using qelinfo_test::ScratchFolder;
 using qelinfo_test::TalvoTagFile;
 
 const std::string kSamples = QELINFO_SAMPLES_DIR;
-const std::string kGoodTagFile = kSamples + "/merivax-e5400.json";
+const std::string kGoodTagFile = kSamples + "/merivax-e7310.json";
 const std::string kGoodImage = kSamples + "/talvo-q77-harbour.jpg";
 
 std::string Bytes(std::initializer_list<unsigned char> bytes)

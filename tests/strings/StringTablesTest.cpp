@@ -228,7 +228,7 @@ std::string Output(const std::string& command)
 // scanner grids, and never a raw key.
 TEST(StringTables, EveryLanguageFillsTheSampleGrids)
 {
-    const char* samples[] = {"talvo-q77.json", "merivax-e5400.json", "merivax-4800-movie.json",
+    const char* samples[] = {"talvo-q77.json", "merivax-e7310.json", "merivax-3710-movie.json",
                              "talvo-filmscan-f40.json"};
     for (const Table& table : Tables()) {
         std::string command = std::string(QELINFO_PATH) + " --format json --lang " + table.language;
