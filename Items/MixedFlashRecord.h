@@ -130,7 +130,7 @@ inline OptionalUnitRecord ReadOptionalUnit(const MixedFlashBytes& b)
 }
 
 // "0101"/"0102" with the built-in flash. Its mode code overlaps the optional
-// unit's wide-panel byte, which is why the two readings are kept apart.
+// unit's wide-panel byte: the two flashes lay the record out differently.
 struct BuiltInFlashRecord {
     FlashGroups groups;
     UInt8 commander;

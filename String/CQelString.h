@@ -31,8 +31,9 @@ public:
     // this slack.
     UInt32 GetByteLength(CFStringEncoding encoding) const;
     UniChar GetCharacterAt(CFIndex index) const;
-    // Deliberately inverted: true when the two texts DIFFER (the raw
-    // CFStringCompare result taken as a truth value). Nothing calls it.
+    // True when the two texts DIFFER (the raw CFStringCompare result taken
+    // as a truth value), as hosts built against this class expect; the
+    // library itself never calls it.
     bool operator==(const CQelString& other) const;
 
     // Whole text into `buffer` or nothing: the buffer is zeroed over `size`
