@@ -1,6 +1,7 @@
 // A photo manager reads thumbnails on worker threads, one object per thread:
 // every thread must see exactly what one thread alone sees for the same files.
 #include "TestImgInfo.h"
+#include "Utf8.h"
 
 #include <thread>
 
@@ -49,13 +50,13 @@ MemoryTagSource FileFor(int thread, int position)
     return tags;
 }
 
+// A copied text as UTF-8, released.
 std::string Text(CFStringRef text)
 {
-    if (!text)
-        return "-";
-    CQelString copy(text);
-    CFRelease(text);
-    return copy.ToUTF8();
+    std::string shown = Utf8(text);
+    if (text)
+        CFRelease(text);
+    return shown;
 }
 
 // Everything a host can ask of the object after one read, as one text.

@@ -1,5 +1,6 @@
 // The string tables against the code and against each other.
 #include "StringsFile.h"
+#include "../support/Utf8.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -26,32 +27,6 @@ std::string ReadFile(const fs::path& path)
     std::ostringstream bytes;
     bytes << in.rdbuf();
     return bytes.str();
-}
-
-std::string UTF8(const std::u16string& text)
-{
-    std::string out;
-    for (size_t i = 0; i < text.size(); ++i) {
-        char32_t c = text[i];
-        if (c >= 0xD800 && c < 0xDC00 && i + 1 < text.size())
-            c = 0x10000 + ((c - 0xD800) << 10) + (text[++i] - 0xDC00);
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else if (c < 0x800) {
-            out += static_cast<char>(0xC0 | c >> 6);
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            out += static_cast<char>(0xE0 | c >> 12);
-            out += static_cast<char>(0x80 | (c >> 6 & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | c >> 18);
-            out += static_cast<char>(0x80 | (c >> 12 & 0x3F));
-            out += static_cast<char>(0x80 | (c >> 6 & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    return out;
 }
 
 // Every key the library's sources load.
@@ -90,7 +65,7 @@ std::vector<Table> Tables()
             std::vector<UniChar> units(static_cast<size_t>(CFStringGetLength(text)));
             if (!units.empty())
                 CFStringGetCharacters(text, CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
-            table.texts[UTF8(key)] = UTF8(std::u16string(units.begin(), units.end()));
+            table.texts[Utf8(key)] = Utf8(std::u16string(units.begin(), units.end()));
         });
         tables.push_back(std::move(table));
     }
