@@ -151,12 +151,9 @@ bool IsMonochrome(IVandelTagControl* tagControl)
 
 void CQelImgInfo::GetColor(IVandelTagControl* tagControl)
 {
-    if (m_deviceKind == kDeviceSLR)
-        StoreMappedItem(tagControl, {QelItem::kColor, "IDS_QEL_COLOR", kSLRColors,
-                                     "IDS_QEL_COLOR_COLOR_DSLR"});
-    else
-        StoreMappedItem(tagControl,
-                        {QelItem::kColor, "IDS_QEL_COLOR", kColors, "IDS_QEL_COLOR_COLOR"});
+    const bool slr = m_deviceKind == kDeviceSLR;
+    StoreMappedItem(tagControl, {QelItem::kColor, "IDS_QEL_COLOR", slr ? kSLRColors : kColors,
+                                 slr ? "IDS_QEL_COLOR_COLOR_DSLR" : "IDS_QEL_COLOR_COLOR"});
 }
 
 void CQelImgInfo::GetColorSpace(IVandelTagControl* tagControl)
