@@ -7,19 +7,11 @@ namespace {
 
 constexpr UniChar kDecimalPoint = '.';
 
+// Shared by every thread: a locale object is only read while in use.
 locale_t CLocale()
 {
-    // One per thread, freed when the thread ends.
-    struct Holder {
-        locale_t locale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
-        ~Holder()
-        {
-            if (locale)
-                freelocale(locale);
-        }
-    };
-    thread_local Holder holder;
-    return holder.locale;
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
+    return cLocale;
 }
 
 }  // namespace

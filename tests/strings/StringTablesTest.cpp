@@ -238,7 +238,10 @@ TEST(StringTables, EachLanguageNamesItsDecimalSeparator)
 {
     for (const Table& table : Tables()) {
         auto named = table.texts.find("IDS_QEL_DECIMAL_SEPARATOR");
-        ASSERT_NE(named, table.texts.end()) << table.language;
+        if (named == table.texts.end()) {
+            ADD_FAILURE() << table.language << " names no decimal separator";
+            continue;
+        }
         auto expected = kSeparators.find(table.language);
         if (expected != kSeparators.end())
             EXPECT_EQ(named->second, expected->second) << table.language;
@@ -255,7 +258,7 @@ TEST(StringTables, TextsKeepToCharactersEightBitHostsCarry)
     for (const Table& table : Tables())
         for (const auto& [key, text] : table.texts)
             for (const char* character : lost)
-                EXPECT_EQ(text.find(character), std::string::npos) << table.language << " " << key;
+                EXPECT_TRUE(text.find(character) == std::string::npos) << table.language << " " << key;
 }
 
 // Each language shows every cell of the sample SLR, compact, movie and
