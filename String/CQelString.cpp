@@ -259,7 +259,8 @@ bool CQelString::LoadStringWithArguments(const char* key, const qel::FormatArgum
     if (!format.LoadString(key))
         return false;
     CFMutableStringRef result = CFStringCreateMutable(kCFAllocatorDefault, 0);
-    qel::AppendFormatted(result, format.m_string, arguments, count, qel::DecimalSeparator(TextBundle()));
+    qel::AppendFormatted(result, format.m_string, arguments, count,
+                         qel::DecimalSeparator(TextBundle()));
     Adopt(result);
     return true;
 }
