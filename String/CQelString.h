@@ -65,8 +65,12 @@ public:
     bool LoadStringWithArguments(const char* key, const qel::FormatArgument* arguments,
                                  size_t count);
 
+    // The library's own number formats: the numbers printed take the decimal
+    // separator of the user's language.
     void Format(CFStringRef format, ...);
     void AppendFormat(CFStringRef format, ...);
+    // A number the library printed (ASCII), in the style of the user's language.
+    void AppendNumber(const char* printed);
     void Append(const CQelString& other);
     void Append(const char* text, CFStringEncoding encoding);
     void Append(CFStringRef text);
