@@ -50,7 +50,7 @@
 #include <exiv2/exiv2.hpp>
 #include <unicode/translit.h>
 #include <unicode/uscript.h>
-#include <unicode/utf8.h>
+#include <unicode/unistr.h>
 
 #include <algorithm>
 #include <array>
@@ -471,28 +471,22 @@ const icu::Transliterator* LatinToAscii()
 // one in another script, or not in UTF-8, reaches the library as written.
 std::string SpeltForThePanel(const std::string& comment)
 {
-    if (comment.size() > static_cast<size_t>(std::numeric_limits<int32_t>::max()))
+    const bool ascii = std::all_of(comment.begin(), comment.end(),
+                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    if (ascii || !IsUTF8(comment) ||
+        comment.size() > static_cast<size_t>(std::numeric_limits<int32_t>::max()))
         return comment;
-    bool ascii = true;
-    const auto length = static_cast<int32_t>(comment.size());
-    for (int32_t i = 0; i < length;) {
-        UChar32 c = 0;
-        U8_NEXT(comment.data(), i, length, c);
-        if (c < 0)
-            return comment;
-        if (c < 0x80)
-            continue;
-        ascii = false;
+    icu::UnicodeString text = icu::UnicodeString::fromUTF8(comment);
+    for (int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
         UErrorCode status = U_ZERO_ERROR;
-        const UScriptCode script = uscript_getScript(c, &status);
+        const UScriptCode script = uscript_getScript(text.char32At(i), &status);
         if (U_FAILURE(status) ||
             (script != USCRIPT_LATIN && script != USCRIPT_COMMON && script != USCRIPT_INHERITED))
             return comment;
     }
-    const icu::Transliterator* latinToAscii = ascii ? nullptr : LatinToAscii();
+    const icu::Transliterator* latinToAscii = LatinToAscii();
     if (!latinToAscii)
         return comment;
-    icu::UnicodeString text = icu::UnicodeString::fromUTF8(comment);
     latinToAscii->transliterate(text);
     std::string spelt;
     return text.toUTF8String(spelt);

@@ -23,6 +23,11 @@ inline size_t UTF8SequenceLength(const std::string& text, size_t i)
                                                         : 0;
     if (length == 0 || i + length > text.size())
         return 0;
+    // Overlong forms, UTF-16 surrogates and code points beyond U+10FFFF.
+    const auto second = static_cast<unsigned char>(text[i + (length > 1 ? 1 : 0)]);
+    if ((lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) ||
+        (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second > 0x8F))
+        return 0;
     for (size_t k = 1; k < length; ++k)
         if ((static_cast<unsigned char>(text[i + k]) & 0xC0) != 0x80)
             return 0;
