@@ -47,9 +47,15 @@ inline bool IsUTF8(const std::string& text)
 // shown as \xNN, so it prints as one readable line.
 inline std::string PrintableText(const std::string& text)
 {
-    std::string shown;
+    auto plain = [](char c) { return c >= 0x20 && c < 0x7F; };
+    size_t i = 0;
+    while (i < text.size() && plain(text[i]))
+        ++i;
+    if (i == text.size())
+        return text;
+    std::string shown(text, 0, i);
     shown.reserve(text.size());
-    for (size_t i = 0; i < text.size();) {
+    while (i < text.size()) {
         const auto lead = static_cast<unsigned char>(text[i]);
         const size_t length = UTF8SequenceLength(text, i);
         const bool c1Control = length == 2 && lead == 0xC2 && static_cast<unsigned char>(text[i + 1]) < 0xA0;
