@@ -34,6 +34,19 @@ struct ImgInfoDestroyer {
 };
 using ImgInfo = std::unique_ptr<IQelImgInfo, ImgInfoDestroyer>;
 
+// kExitOK once everything written so far has reached stdout; a full disk or
+// a closed pipe is said on stderr.
+int Flushed()
+{
+    errno = 0;
+    if (std::cout.flush())
+        return kExitOK;
+    const int reason = errno;
+    std::cerr << "qelinfo: cannot write the output"
+              << (reason ? std::string(": ") + std::strerror(reason) : std::string()) << std::endl;
+    return kExitFileFailed;
+}
+
 // Reads the files one by one and shows each as it is read.
 class Host {
 public:
@@ -116,16 +129,7 @@ private:
 
     // Each file's output reaches the reader before the next file is read;
     // a full disk or a closed pipe ends the run.
-    void CheckOutput()
-    {
-        errno = 0;
-        if (std::cout.flush())
-            return;
-        const int reason = errno;
-        m_writeFailed = true;
-        std::cerr << "qelinfo: cannot write the output"
-                  << (reason ? std::string(": ") + std::strerror(reason) : std::string()) << std::endl;
-    }
+    void CheckOutput() { m_writeFailed = Flushed() != kExitOK; }
 
     const qelinfo::Options& m_options;
     ImgInfo m_info;
@@ -155,10 +159,7 @@ int ListLanguages()
     }
     for (const std::string& language : bundle->languages)
         std::cout << language << '\n';
-    if (std::cout.flush())
-        return kExitOK;
-    std::cerr << "qelinfo: cannot write the output" << std::endl;
-    return kExitFileFailed;
+    return Flushed();
 }
 
 }  // namespace
@@ -174,11 +175,11 @@ int main(int argc, char** argv)
     const qelinfo::Options& options = parsed.options;
     if (options.showHelp) {
         std::cout << qelinfo::UsageText();
-        return kExitOK;
+        return Flushed();
     }
     if (options.showVersion) {
         std::cout << "qelinfo " << QELINFO_VERSION << '\n';
-        return kExitOK;
+        return Flushed();
     }
     if (options.listLanguages)
         return ListLanguages();
