@@ -24,14 +24,17 @@ struct Cell {
     std::string value;
 };
 
-// A grid line is "title value" when the item has both; value-only items
-// (the model, the shutter line) and titles without a value stand alone.
+// A grid line is "title value" when the item has both; a title without a
+// value (a setting the camera did not record) and a value-only line (the
+// model, the shutter line) stand alone.
 Cell SplitLine(const qelinfo::ItemText* item, const std::string& line)
 {
-    if (item && item->title && item->value && !item->value->empty() &&
-        line == *item->title + " " + *item->value)
+    const bool hasValue = item && item->value && !item->value->empty();
+    if (item && item->title && hasValue && line == *item->title + " " + *item->value)
         return {*item->title, *item->value};
-    return {line, std::string()};
+    if (item && item->title && !hasValue && line == *item->title)
+        return {line, std::string()};
+    return {std::string(), line};
 }
 
 Gtk::Label& MakeLabel(const std::string& text, bool title)
@@ -60,10 +63,12 @@ Gtk::Grid& MakeGrid()
 // A line that is not title and value spans both columns.
 std::pair<Gtk::Label*, Gtk::Label*> AttachCell(Gtk::Grid& grid, int row, const Cell& cell)
 {
-    if (cell.title.empty() || cell.value.empty()) {
-        Gtk::Label& label = MakeLabel(cell.title.empty() ? cell.value : cell.title, false);
+    if (cell.value.empty() || cell.title.empty()) {
+        const bool title = cell.value.empty();
+        Gtk::Label& label = MakeLabel(title ? cell.title : cell.value, title);
         grid.attach(label, 0, row, 2);
-        return {nullptr, &label};
+        using Labels = std::pair<Gtk::Label*, Gtk::Label*>;
+        return title ? Labels{&label, nullptr} : Labels{nullptr, &label};
     }
     Gtk::Label& title = MakeLabel(cell.title, true);
     Gtk::Label& value = MakeLabel(cell.value, false);

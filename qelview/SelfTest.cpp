@@ -1,5 +1,6 @@
 #include "SelfTest.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -49,12 +50,17 @@ size_t SaveSnapshot(Gtk::Widget& widget, const std::string& png)
 void SelfTest::Start(std::function<void(int)> finished)
 {
     finished_ = std::move(finished);
-    std::filesystem::create_directories(folder_);
+    window_.SelectLanguage(languages_.at(0));
     Glib::signal_timeout().connect(sigc::mem_fun(*this, &SelfTest::Tick), kTickMilliseconds);
 }
 
 bool SelfTest::Tick()
 {
+    // How long the main loop kept the timer waiting: the window's worst stall.
+    const gint64 now = g_get_monotonic_time();
+    if (lastTick_ != 0)
+        longestStall_ = std::max(longestStall_, now - lastTick_ - gint64{kTickMilliseconds} * 1000);
+    lastTick_ = now;
     if (++waited_ > kMaxTicksPerFile) {
         std::cerr << "qelview: " << window_.SelectedPath() << " was never shown\n";
         finished_(1);
@@ -65,9 +71,14 @@ bool SelfTest::Tick()
         return true;
     if (!Capture())
         status_ = 1;
+    lastTick_ = g_get_monotonic_time();  // the capture's own time is no stall
     if (++index_ >= window_.FileCount()) {
-        finished_(status_);
-        return false;
+        index_ = 0;
+        if (++language_ >= languages_.size()) {
+            finished_(status_);
+            return false;
+        }
+        window_.SelectLanguage(languages_[language_]);
     }
     window_.Select(index_);
     waited_ = settledTicks_ = 0;
@@ -76,10 +87,13 @@ bool SelfTest::Tick()
 
 bool SelfTest::Capture()
 {
-    const std::string base = folder_ + "/" + std::filesystem::path(window_.SelectedPath()).filename().string();
+    const std::string folder = folder_ + "/" + languages_[language_];
+    std::filesystem::create_directories(folder);
+    const std::string base = folder + "/" + std::filesystem::path(window_.SelectedPath()).filename().string();
     std::ofstream(base + ".txt") << window_.Panel().CellTexts();
     const size_t colours = SaveSnapshot(window_, base + ".png");
-    std::cout << base << ".png: " << colours << " colours" << std::endl;
+    std::cout << base << ".png: " << colours << " colours; main loop stalled at most "
+              << longestStall_ / 1000 << " ms so far" << std::endl;
     return colours > 0;
 }
 

@@ -59,7 +59,11 @@ std::vector<Glib::ustring> FilesIn(const fs::path& folder)
 // Decoding happens here, on the image worker; textures are made on the main loop.
 LoadedImage LoadImage(const ImageJob& job)
 {
-    GdkPixbuf* pixbuf = gdk_pixbuf_new_from_file_at_scale(job.path.c_str(), job.size, job.size, TRUE, nullptr);
+    // Never larger than the image itself: a small image is not blown up.
+    int width = 0, height = 0;
+    gdk_pixbuf_get_file_info(job.path.c_str(), &width, &height);
+    const int box = std::max(width, height) > 0 ? std::min(job.size, std::max(width, height)) : job.size;
+    GdkPixbuf* pixbuf = gdk_pixbuf_new_from_file_at_scale(job.path.c_str(), box, box, TRUE, nullptr);
     if (pixbuf) {
         GdkPixbuf* upright = gdk_pixbuf_apply_embedded_orientation(pixbuf);
         g_object_unref(pixbuf);
@@ -89,14 +93,12 @@ ViewerWindow::ViewerWindow(const qelinfo::BundleLanguages& languages, const std:
     for (const std::string& code : languages_)
         names.push_back(Autonym(code));
     languageMenu_.set_model(Gtk::StringList::create(names));
-    auto current = std::find(languages_.begin(), languages_.end(), language_);
-    if (current != languages_.end())
-        languageMenu_.set_selected(static_cast<guint>(current - languages_.begin()));
+    SelectLanguage(language_);
     languageMenu_.property_selected().signal_changed().connect(sigc::mem_fun(*this, &ViewerWindow::OnLanguage));
     header_.pack_end(languageMenu_);
     set_titlebar(header_);
 
-    picture_.set_content_fit(Gtk::ContentFit::CONTAIN);
+    picture_.set_content_fit(Gtk::ContentFit::SCALE_DOWN);
     placeholder_.set_pixel_size(128);
     placeholder_.add_css_class("dim-label");
     stage_.add(picture_, "picture");
@@ -120,8 +122,8 @@ ViewerWindow::ViewerWindow(const qelinfo::BundleLanguages& languages, const std:
         image.set_size_request(kThumbnailSize, kThumbnailSize * 3 / 4);
         auto& label = *Gtk::make_managed<Gtk::Label>();
         label.set_ellipsize(Pango::EllipsizeMode::MIDDLE);
-        label.set_max_width_chars(14);
-        label.set_width_chars(14);
+        label.set_max_width_chars(18);
+        label.set_width_chars(18);
         box.append(image);
         box.append(label);
         box.set_margin(4);
@@ -203,6 +205,13 @@ void ViewerWindow::OnSelected()
     } else {
         images_.Post({path, kLargeSize});
     }
+}
+
+void ViewerWindow::SelectLanguage(const std::string& language)
+{
+    auto found = std::find(languages_.begin(), languages_.end(), language);
+    if (found != languages_.end())
+        languageMenu_.set_selected(static_cast<guint>(found - languages_.begin()));
 }
 
 void ViewerWindow::OnLanguage()

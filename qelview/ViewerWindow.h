@@ -37,6 +37,7 @@ public:
     // For the self-test: choose a file and tell when all it asked for is shown.
     guint FileCount() const { return files_->get_n_items(); }
     void Select(guint index) { selection_->set_selected(index); }
+    void SelectLanguage(const std::string& language);
     bool Settled();
     std::string SelectedPath() const;
     const InfoPanel& Panel() const { return panel_; }

@@ -2,7 +2,7 @@
 // QelImgInfo, read through the same tag sources as qelinfo.
 //
 //   qelview [--lang LANGUAGE] [FOLDER | FILE]...
-//   qelview --self-test OUTDIR [--lang LANGUAGE] [FOLDER | FILE]...
+//   qelview --self-test OUTDIR [--lang LANGUAGE[,LANGUAGE]...] [FOLDER | FILE]...
 #include "Languages.h"
 #include "SelfTest.h"
 #include "ViewerWindow.h"
@@ -16,18 +16,31 @@ namespace {
 constexpr int kExitUsage = 2;
 
 struct Options {
-    std::optional<std::string> language;
+    std::vector<std::string> languages;
     std::optional<std::string> selfTestFolder;
     std::vector<std::string> paths;
 };
+
+std::vector<std::string> Split(const std::string& list, char separator)
+{
+    std::vector<std::string> parts;
+    for (size_t start = 0; start <= list.size();) {
+        const size_t end = std::min(list.find(separator, start), list.size());
+        parts.push_back(list.substr(start, end - start));
+        start = end + 1;
+    }
+    return parts;
+}
 
 std::optional<Options> ParseOptions(int argc, char** argv)
 {
     Options options;
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
-        if ((argument == "--lang" || argument == "--self-test") && i + 1 < argc)
-            (argument == "--lang" ? options.language : options.selfTestFolder) = argv[++i];
+        if (argument == "--lang" && i + 1 < argc)
+            options.languages = Split(argv[++i], ',');
+        else if (argument == "--self-test" && i + 1 < argc)
+            options.selfTestFolder = argv[++i];
         else if (argument.rfind("--", 0) == 0)
             return std::nullopt;
         else
@@ -36,19 +49,15 @@ std::optional<Options> ParseOptions(int argc, char** argv)
     return options;
 }
 
-// The requested language if the library has it, else the first of LANGUAGE's
-// list it has, else what the library falls back to.
-std::string StartLanguage(const qelinfo::BundleLanguages& bundle, const std::optional<std::string>& requested)
+// The first requested language the library has, else the first of
+// LANGUAGE's list it has, else what the library falls back to.
+std::string StartLanguage(const qelinfo::BundleLanguages& bundle, std::vector<std::string> wanted)
 {
-    std::string wanted = requested ? *requested : "";
-    if (!requested && std::getenv("LANGUAGE"))
-        wanted = std::getenv("LANGUAGE");
-    for (size_t start = 0; start <= wanted.size();) {
-        const size_t end = std::min(wanted.find(':', start), wanted.size());
-        if (auto served = qelinfo::ServingLanguage(bundle, wanted.substr(start, end - start)))
+    if (wanted.empty() && std::getenv("LANGUAGE"))
+        wanted = Split(std::getenv("LANGUAGE"), ':');
+    for (const std::string& language : wanted)
+        if (auto served = qelinfo::ServingLanguage(bundle, language))
             return *served;
-        start = end + 1;
-    }
     return qelinfo::FallbackLanguage(bundle);
 }
 
@@ -58,11 +67,11 @@ int main(int argc, char** argv)
 {
     const std::optional<Options> options = ParseOptions(argc, argv);
     if (!options) {
-        std::cerr << "usage: qelview [--lang LANGUAGE] [--self-test OUTDIR] [FOLDER | FILE]...\n";
+        std::cerr << "usage: qelview [--lang LANGUAGE[,LANGUAGE]...] [--self-test OUTDIR] [FOLDER | FILE]...\n";
         return kExitUsage;
     }
     const qelinfo::BundleLanguages bundle = qelinfo::FindBundleLanguages().value_or(qelinfo::BundleLanguages{{"en"}, "en"});
-    const std::string language = StartLanguage(bundle, options->language);
+    const std::string language = StartLanguage(bundle, options->languages);
     // Set before any thread starts: later switches then replace this entry
     // of the environment in place.
     setenv("LANGUAGE", language.c_str(), 1);
@@ -77,7 +86,10 @@ int main(int argc, char** argv)
         window->Open(options->paths);
         window->present();
         if (options->selfTestFolder) {
-            selfTest = std::make_unique<qelview::SelfTest>(*window, *options->selfTestFolder);
+            std::vector<std::string> languages = options->languages;
+            if (languages.empty())
+                languages.push_back(language);
+            selfTest = std::make_unique<qelview::SelfTest>(*window, *options->selfTestFolder, languages);
             selfTest->Start([&](int result) {
                 status = result;
                 app->quit();
