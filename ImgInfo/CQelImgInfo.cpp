@@ -1,4 +1,5 @@
 #include "CQelImgInfo.h"
+#include "TagReads.h"
 
 #include <QelPlatform/TextEncoding.h>
 
@@ -66,4 +67,28 @@ void CQelImgInfo::StoreValue(UInt32 itemID, const CQelString& value)
 void CQelImgInfo::StoreValueKey(UInt32 itemID, const char* key)
 {
     m_infoDict.SetValue(itemID, TextOfKey(key));
+}
+
+void CQelImgInfo::StoreMappedItem(IVandelTagControl* tagControl, const MappedItem& item)
+{
+    StoreTitle(item.itemID, item.titleKey);
+    auto raw = qel::ReadInt32(tagControl, item.itemID);
+    if (!raw)
+        return;
+    if (item.listIndex)
+        qel::RecordListPosition(ListEntries(item.itemID), static_cast<UInt32>(*raw),
+                                this->*item.listIndex);
+    if (const char* key = qel::KeyFor(item.table, *raw, item.fallback))
+        StoreValueKey(item.itemID, key);
+}
+
+void CQelImgInfo::StoreIntegerItem(IVandelTagControl* tagControl, UInt32 itemID,
+                                   const char* titleKey)
+{
+    StoreTitle(itemID, titleKey);
+    if (auto number = qel::ReadInt32(tagControl, itemID)) {
+        CQelString text;
+        text.AppendFormat(CFSTR("%ld"), static_cast<long>(*number));
+        StoreValue(itemID, text);
+    }
 }

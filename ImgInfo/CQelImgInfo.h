@@ -8,6 +8,8 @@
 #include "CQelString.h"
 #include "IQelImgInfo.h"
 #include "IVandelTagControl.h"
+#include "KeyTables.h"
+#include "ValueListTables.h"
 
 // Device kinds, from the Make/Model classification.
 enum QelDeviceKind : SInt32 {
@@ -171,21 +173,23 @@ protected:
     // empty value.
     void StoreValueKey(UInt32 itemID, const char* key);
 
-    // Value-list builders (ImgInfo/ValueLists.cpp)
-    void GetWhiteBalance_ValueList(UInt32 index, CQelString* text, UInt32* raw, UInt32* count);
-    void GetSharpening_ValueList(UInt32 index, CQelString* text, UInt32* raw, UInt32* count);
-    void GetBRTCNTComp_ValueList(UInt32 index, CQelString* text, UInt32* raw, UInt32* count);
-    void GetGammaTable_ValueList(UInt32 index, CQelString* text, UInt32* raw, UInt32* count);
-    void GetColorMode_ValueList(UInt32 index, CQelString* text, UInt32* raw, UInt32* count);
-    void GetSaturationAdjust_ValueList(UInt32 index, CQelString* text, UInt32* raw,
-                                       UInt32* count);
+    // An item whose value is the key a table gives for the one integer its
+    // tag holds; the title is stored even when the tag cannot be read.
+    struct MappedItem {
+        UInt32 itemID;         // also the tag the integer is read from
+        const char* titleKey;
+        qel::KeyTable table;
+        const char* fallback;  // for a number the table lacks; null stores no value
+        // Where the number's position in the item's value list goes, if anywhere.
+        SInt32 CQelImgInfo::*listIndex = nullptr;
+    };
+    void StoreMappedItem(IVandelTagControl* tagControl, const MappedItem& item);
+    // Title, then the tag's integer printed plainly.
+    void StoreIntegerItem(IVandelTagControl* tagControl, UInt32 itemID, const char* titleKey);
 
-    // Display grids (ImgInfo/LayoutGrids.cpp)
-    UInt32 _GetLayoutItem_MRX(UInt32 row, UInt32 column) const;
-    UInt32 _GetLayoutItem_DSLR(UInt32 row, UInt32 column) const;
-    UInt32 _GetLayoutItem_Movie(UInt32 row, UInt32 column) const;
-    UInt32 _GetLayoutItem_SCAN(UInt32 row, UInt32 column) const;
-    UInt32 _GetLayoutItem_Other(UInt32 row, UInt32 column) const;
+    // The choices of an item's value list for this object's device kind;
+    // empty for an item without a list (ImgInfo/ValueLists.cpp).
+    qel::ValueListTable ListEntries(UInt32 itemID) const;
 
     CQelInfoDictionary m_infoDict;
     SInt32 m_deviceKind = kDeviceUnknown;
@@ -210,10 +214,12 @@ private:
         return m_line;
     }
 
-    // The value list of an item: its builder and its current-position member.
+    // The value list of an item: its choices, those of compact cameras and
+    // their movies where they differ, and its current-position member.
     struct ValueList {
         UInt32 itemID;
-        void (CQelImgInfo::*build)(UInt32, CQelString*, UInt32*, UInt32*);
+        qel::ValueListTable entries;
+        qel::ValueListTable compactEntries;
         SInt32 CQelImgInfo::*current;
     };
     // Null for an item without a value list.

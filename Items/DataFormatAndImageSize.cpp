@@ -7,7 +7,6 @@
 #include "QelItemIDs.h"
 #include "TagReads.h"
 
-#include <algorithm>
 #include <array>
 
 using qel::KeyEntry;
@@ -57,8 +56,7 @@ using FileKinds = std::array<SInt32, 3>;
 
 bool Lists(const FileKinds& kinds, SInt32 fileKind)
 {
-    return fileKind != kUnknownFileKind &&
-           std::find(kinds.begin(), kinds.end(), fileKind) != kinds.end();
+    return fileKind != kUnknownFileKind && qel::Lists(kinds, fileKind);
 }
 
 // Compact cameras store a slightly larger frame than their menu size; the
@@ -72,7 +70,7 @@ struct CompactCorrection {
 constexpr CompactCorrection kCompactCorrections[] = {
     {{513, 514}, {2576, 1924}, {2560, 1920}},
     {{515}, {2608, 1950}, {2592, 1944}},
-    // 2488, not 2448: the height these cameras have always been shown with; keep it.
+    // 2488, not 2448: the height these cameras' own menus show for the size.
     {{516, 517, 518}, {3280, 2454}, {3264, 2488}},
 };
 

@@ -44,9 +44,9 @@ double CQelImgInfo::ValueStepToDouble(const IVandelTagControl::tagStrValueStep* 
 
 const char* CQelImgInfo::ValueStepToString(const IVandelTagControl::tagStrValueStep* record) const
 {
-    // One buffer for every object and call: the text lasts until the next
-    // conversion overwrites it.
-    static char szFraction[32];
+    // One buffer per thread: objects read on worker threads each keep their
+    // text until that thread converts again.
+    thread_local char szFraction[32];
     double number = ValueStepToDouble(record);
     // Only an exact zero loses its sign and decimal; -0.04 stays "-0.0".
     if (number == 0.0)

@@ -71,14 +71,6 @@ constexpr qel::KeyEntry kExposurePrograms[] = {
 // Marks a program the photographer shifted away from the camera's choice.
 constexpr const char* kShiftedProgramMark = "*";
 
-const SceneProgram* FindSceneProgram(UInt32 number)
-{
-    for (const SceneProgram& program : kScenePrograms)
-        if (program.number == number)
-            return &program;
-    return nullptr;
-}
-
 // A shift needs both a step count and a step size; the denominator is not
 // looked at.
 bool IsProgramShifted(IVandelTagControl* tagControl)
@@ -100,7 +92,8 @@ void CQelImgInfo::GetExposureMode(IVandelTagControl* tagControl)
             continue;
         // Scene numbers are unsigned; one the table does not know leaves no
         // trace and the plain exposure program is shown instead.
-        if (const SceneProgram* program = FindSceneProgram(static_cast<UInt32>(*number))) {
+        if (const SceneProgram* program = qel::FindRow(kScenePrograms, &SceneProgram::number,
+                                                      static_cast<UInt32>(*number))) {
             StoreTitle(QelItem::kExposureMode, family.titleKey);
             StoreValueKey(QelItem::kExposureMode, program->*family.valueKey);
             return;

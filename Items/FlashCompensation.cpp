@@ -57,8 +57,8 @@ struct FamilyRules {
     SInt32 withoutExternalUnit;
 };
 
-// The mode ranges differ between families on purpose: 7..9 for 0x105 and
-// 0x107, 7..8 elsewhere, and mode 11 counts only for 0x404..0x406. A failed
+// Each family's bodies number their flash modes differently: 7..9 for 0x105
+// and 0x107, 7..8 elsewhere, and mode 11 counts only for 0x404..0x406. A failed
 // mode read matches no mode, so 0x406 then selects nothing at all.
 constexpr FamilyRules kFamilies[] = {
     {0x104, kAlways, kNever, kNever, 0},

@@ -122,8 +122,8 @@ int CQelImgInfo::GetMixedQBInfo_FlashAmount(UInt8 code, CQelString* out)
 void CQelImgInfo::GetMixedQBInfo_GuideNumber(double guideNumber, CQelString* out)
 {
     out->Clear();
-    // Guide number 5.6 is shown as 5.7. The test is written so that a NaN,
-    // which is neither below nor above 5.6, is shown as 5.7 too. Keep both.
+    // Guide number 5.6 is shown as 5.7, the figure the flash unit's own
+    // panel shows; a NaN, neither below nor above 5.6, is shown as 5.7 too.
     if (!(guideNumber < 5.6 || guideNumber > 5.6))
         guideNumber = kGuideNumberShownFor5_6;
     out->LoadStringWithFormat("IDS_QEL_MIXED_QB_INFO_MANUAL_GN", guideNumber);

@@ -86,15 +86,8 @@ constexpr CompactStabiliserSetting kCompactStabiliserSettings[] = {
 };
 
 // The bodies of these two model families never show the active mode, even
-// when their record says so. Deliberate; keep it.
+// when their record says so: their own screens show plain "On".
 constexpr SInt32 kFileKindsWithoutActiveMode[] = {261, 263};
-
-bool ShowsActiveMode(SInt32 fileKind)
-{
-    return std::find(std::begin(kFileKindsWithoutActiveMode),
-                     std::end(kFileKindsWithoutActiveMode),
-                     fileKind) == std::end(kFileKindsWithoutActiveMode);
-}
 
 // "On", "On Active" or "Off"; empty for a setting nobody knows.
 CQelString StabiliserText(const char* key, bool active)
@@ -175,13 +168,14 @@ void CQelImgInfo::GetQVControlInfo(IVandelTagControl* tagControl)
                                                            kQelValueStabilisation)) {
         if (HasKnownVersion(record->version)) {
             bool active = record->state == kStabiliserOn &&
-                          record->mode == kStabiliserActiveMode && ShowsActiveMode(m_fileKind);
+                          record->mode == kStabiliserActiveMode &&
+                          !qel::Lists(kFileKindsWithoutActiveMode, m_fileKind);
             text = StabiliserText(qel::FindKey(kStabiliserStates, record->state), active);
         }
     } else if (auto setting = qel::ReadInt32(tagControl, kTagCompactStabilisation)) {
-        for (const CompactStabiliserSetting& known : kCompactStabiliserSettings)
-            if (known.raw == *setting)
-                text = StabiliserText(known.key, known.active);
+        if (const auto* known =
+                qel::FindRow(kCompactStabiliserSettings, &CompactStabiliserSetting::raw, *setting))
+            text = StabiliserText(known->key, known->active);
     }
     // An unknown setting leaves the title without a value.
     if (text.GetLength() > 0)

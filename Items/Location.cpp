@@ -120,7 +120,7 @@ std::optional<CQelString> TimeStampText(IVandelTagControl* tagControl)
     if (stamp[0] == '\0')
         return std::nullopt;
     CQelString text;
-    text.Append(stamp, kCFStringEncodingASCII);
+    text.AppendNumber(stamp);
     return text;
 }
 

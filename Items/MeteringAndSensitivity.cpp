@@ -6,8 +6,6 @@
 #include "QelItemIDs.h"
 #include "TagReads.h"
 
-#include <algorithm>
-
 using qel::KeyEntry;
 
 namespace {
@@ -40,8 +38,8 @@ constexpr KeyEntry kExtendedISOAbove800[] = {
     {3200, "IDS_QEL_ISO_SENSITIVITY_HI2"},
 };
 
-// Every other camera tops out at ISO 1600. ISO 3200 is one step above it
-// here but two steps above 800 in the table before: keep the two tables apart.
+// Every other camera tops out at ISO 1600. The two scales name ISO 3200
+// differently (HI 1 here, HI 2 above 800), as each camera's menu does.
 constexpr UInt32 kISO1600Base = 1600;
 constexpr KeyEntry kExtendedISOAbove1600[] = {
     {2000, "IDS_QEL_ISO_SENSITIVITY_HI03"}, {2200, "IDS_QEL_ISO_SENSITIVITY_HI05"},
@@ -53,8 +51,7 @@ constexpr KeyEntry kExtendedISOAbove1600[] = {
 // empty text for a number the camera does not offer.
 CQelString ExtendedSensitivity(SInt32 fileKind, UInt16 number)
 {
-    const bool tops800 = std::find(std::begin(kISO800FileKinds), std::end(kISO800FileKinds),
-                                   fileKind) != std::end(kISO800FileKinds);
+    const bool tops800 = qel::Lists(kISO800FileKinds, fileKind);
     const char* key = tops800 ? qel::FindKey(kExtendedISOAbove800, number)
                               : qel::FindKey(kExtendedISOAbove1600, number);
     CQelString text;
@@ -67,10 +64,8 @@ CQelString ExtendedSensitivity(SInt32 fileKind, UInt16 number)
 
 void CQelImgInfo::GetMeteringMode(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kMeteringMode, "IDS_QEL_METERING_MODE");
-    if (auto mode = qel::ReadInt32(tagControl, QelItem::kMeteringMode))
-        StoreValueKey(QelItem::kMeteringMode,
-                      qel::KeyFor(kMeteringModes, *mode, "IDS_QEL_METERING_MODE_UNKNOWN"));
+    StoreMappedItem(tagControl, {QelItem::kMeteringMode, "IDS_QEL_METERING_MODE", kMeteringModes,
+                                 "IDS_QEL_METERING_MODE_UNKNOWN"});
 }
 
 void CQelImgInfo::GetISOSensitivity(IVandelTagControl* tagControl)

@@ -9,6 +9,7 @@
 
 #include "CQelString.h"
 #include "IVandelTagControl.h"
+#include "KeyTables.h"
 #include "TagReads.h"
 
 #include <cstring>
@@ -38,16 +39,6 @@ inline std::optional<FlashState> ReadFlashState(IVandelTagControl* tags)
     if (!bytes)
         return std::nullopt;
     return FlashState{(*bytes)[0], (*bytes)[1]};
-}
-
-// The row of a flash table whose `field` equals `code`, or null.
-template <class Row, size_t N, class Field, class Code>
-const Row* FindRow(const Row (&table)[N], Field Row::*field, Code code)
-{
-    for (const Row& row : table)
-        if (row.*field == code)
-            return &row;
-    return nullptr;
 }
 
 using MixedFlashBytes = Bytes<44>;
@@ -139,7 +130,7 @@ inline OptionalUnitRecord ReadOptionalUnit(const MixedFlashBytes& b)
 }
 
 // "0101"/"0102" with the built-in flash. Its mode code overlaps the optional
-// unit's wide-panel byte, which is why the two readings are kept apart.
+// unit's wide-panel byte: the two flashes lay the record out differently.
 struct BuiltInFlashRecord {
     FlashGroups groups;
     UInt8 commander;

@@ -66,13 +66,6 @@ CQelString GainText(double gain, const CQelString& unit)
     return text;
 }
 
-CQelString IntegerText(SInt32 value)
-{
-    CQelString text;
-    text.AppendFormat(CFSTR("%ld"), static_cast<long>(value));
-    return text;
-}
-
 CQelString CText(const char* text, CFStringEncoding encoding)
 {
     CQelString value;
@@ -100,64 +93,50 @@ void CQelImgInfo::GetScanMultiSample(IVandelTagControl* tagControl)
 
 void CQelImgInfo::GetScanImageEnhance(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kScanImageEnhance, "IDS_QEL_SCAN_IMAGE_ENHANCE");
-    if (auto setting = qel::ReadInt32(tagControl, QelItem::kScanImageEnhance))
-        StoreValueKey(QelItem::kScanImageEnhance,
-                      qel::KeyFor(kImageEnhance, *setting, "IDS_QEL_SCAN_IMAGE_ENHANCE_OFF"));
+    StoreMappedItem(tagControl, {QelItem::kScanImageEnhance, "IDS_QEL_SCAN_IMAGE_ENHANCE",
+                                 kImageEnhance, "IDS_QEL_SCAN_IMAGE_ENHANCE_OFF"});
 }
 
 void CQelImgInfo::GetScanFilmType(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kScanFilmType, "IDS_QEL_SCAN_FILM_TYPE");
-    if (auto film = qel::ReadInt32(tagControl, QelItem::kScanFilmType))
-        StoreValueKey(QelItem::kScanFilmType,
-                      qel::KeyFor(kFilmTypes, *film, "IDS_QEL_SCAN_FILM_TYPE_UNKNOWN"));
+    StoreMappedItem(tagControl, {QelItem::kScanFilmType, "IDS_QEL_SCAN_FILM_TYPE", kFilmTypes,
+                                 "IDS_QEL_SCAN_FILM_TYPE_UNKNOWN"});
 }
 
 void CQelImgInfo::GetScanHighlight(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kScanHighlight, "IDS_QEL_SCAN_HIGHLIGHT_ADJUSTMENT");
-    if (auto level = qel::ReadInt32(tagControl, QelItem::kScanHighlight))
-        StoreValue(QelItem::kScanHighlight, IntegerText(*level));
+    StoreIntegerItem(tagControl, QelItem::kScanHighlight, "IDS_QEL_SCAN_HIGHLIGHT_ADJUSTMENT");
 }
 
 void CQelImgInfo::GetScanGrayThreshold(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kScanGrayThreshold, "IDS_QEL_SCAN_GRAY_THRESHOLD");
-    if (auto level = qel::ReadInt32(tagControl, QelItem::kScanGrayThreshold))
-        StoreValue(QelItem::kScanGrayThreshold, IntegerText(*level));
+    StoreIntegerItem(tagControl, QelItem::kScanGrayThreshold, "IDS_QEL_SCAN_GRAY_THRESHOLD");
 }
 
 void CQelImgInfo::GetScanShadow(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kScanShadow, "IDS_QEL_SCAN_SHADOW_ADJUSTMENT");
-    if (auto level = qel::ReadInt32(tagControl, QelItem::kScanShadow))
-        StoreValue(QelItem::kScanShadow, IntegerText(*level));
+    StoreIntegerItem(tagControl, QelItem::kScanShadow, "IDS_QEL_SCAN_SHADOW_ADJUSTMENT");
 }
 
 void CQelImgInfo::GetScanBitDepth(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kScanBitDepth, "IDS_QEL_SCAN_BIT_DEPTH");
-    if (auto bits = qel::ReadInt32(tagControl, QelItem::kScanBitDepth))
-        StoreValue(QelItem::kScanBitDepth, IntegerText(*bits));
+    StoreIntegerItem(tagControl, QelItem::kScanBitDepth, "IDS_QEL_SCAN_BIT_DEPTH");
 }
 
 void CQelImgInfo::GetScanGEMIntensity(IVandelTagControl* tagControl)
 {
     StoreTitle(QelItem::kScanGEM, "IDS_QEL_SCAN_GEM");
-    if (!tagControl)
-        return;
-    StoreValue(QelItem::kScanGEM,
-               FilterIntensity(tagControl, QelItem::kScanGEM, "IDS_QEL_SCAN_GEM_OFF"));
+    if (tagControl)
+        StoreValue(QelItem::kScanGEM,
+                   FilterIntensity(tagControl, QelItem::kScanGEM, "IDS_QEL_SCAN_GEM_OFF"));
 }
 
 void CQelImgInfo::GetScanROCIntensity(IVandelTagControl* tagControl)
 {
     StoreTitle(QelItem::kScanROC, "IDS_QEL_SCAN_ROC");
-    if (!tagControl)
-        return;
-    StoreValue(QelItem::kScanROC,
-               FilterIntensity(tagControl, QelItem::kScanROC, "IDS_QEL_SCAN_ROC_OFF"));
+    if (tagControl)
+        StoreValue(QelItem::kScanROC,
+                   FilterIntensity(tagControl, QelItem::kScanROC, "IDS_QEL_SCAN_ROC_OFF"));
 }
 
 void CQelImgInfo::GetScanAnalogGain(IVandelTagControl* tagControl)

@@ -6,8 +6,6 @@
 #include "TagReads.h"
 #include "ValueListTables.h"
 
-#include <algorithm>
-#include <iterator>
 #include <optional>
 
 using qel::FindKey;
@@ -103,18 +101,9 @@ std::optional<UInt32> AppendMonochromeFilter(IVandelTagControl* tagControl, CQel
 
 void CQelImgInfo::GetSharpening(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kSharpening, "IDS_QEL_SHARPENING");
-    auto level = ReadInt32(tagControl, QelItem::kSharpening);
-    if (!level)
-        return;
-    // Compact cameras offer four levels, the other devices six.
-    const UInt32 raw = static_cast<UInt32>(*level);
-    if (m_deviceKind == kDeviceCompact || m_deviceKind == kDeviceCompactMovie)
-        RecordListPosition(qel::kCompactSharpeningList, raw, m_sharpeningListIndex);
-    else
-        RecordListPosition(qel::kSharpeningList, raw, m_sharpeningListIndex);
     // An unknown level shows a blank value rather than none.
-    StoreValueKey(QelItem::kSharpening, KeyFor(kSharpeningLevels, *level, kEmptyValue));
+    StoreMappedItem(tagControl, {QelItem::kSharpening, "IDS_QEL_SHARPENING", kSharpeningLevels,
+                                 kEmptyValue, &CQelImgInfo::m_sharpeningListIndex});
 }
 
 void CQelImgInfo::GetImageEffectProgram(IVandelTagControl* tagControl)
@@ -163,11 +152,8 @@ void CQelImgInfo::GetColorMode(IVandelTagControl* tagControl)
         value.Append(kUnknownColorMode, kCFStringEncodingASCII);
     }
 
-    const bool separateSpace =
-        std::find(std::begin(kSeparateColorSpaceFileKinds), std::end(kSeparateColorSpaceFileKinds),
-                  m_fileKind) != std::end(kSeparateColorSpaceFileKinds);
     const char* spaceKey = nullptr;
-    if (separateSpace) {
+    if (qel::Lists(kSeparateColorSpaceFileKinds, m_fileKind)) {
         // Read even for an unknown mode: "?" is then followed by the space.
         if (auto space = ReadInt32(tagControl, kTagColorModeSpace))
             spaceKey = FindKey(kColorModeSpaces, *space);

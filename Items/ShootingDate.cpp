@@ -72,7 +72,7 @@ private:
 // Milliseconds from the sub-second text, of which two digits count. With a
 // leading full stop the text is a fraction (".5" is 500 ms, stray letters
 // dropped); without it a single digit counts as hundredths ("5" is 50 ms).
-// Both readings are intended: keep the difference.
+// Files carry both forms, so each is read as its writer meant it.
 UInt32 ReadSubSeconds(IVandelTagControl* tagControl)
 {
     auto text = qel::ReadText<kTagTextSize>(tagControl, kTagSubSecTimeOriginal);

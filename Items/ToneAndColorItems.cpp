@@ -7,10 +7,8 @@
 #include "TagReads.h"
 #include "ValueListTables.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
-#include <iterator>
 
 using qel::FindKey;
 using qel::KeyEntry;
@@ -24,14 +22,17 @@ namespace {
 constexpr SInt32 kColorMonochrome = 1;
 
 constexpr KeyEntry kColors[] = {
-    {1, "IDS_QEL_COLOR_BW"},
+    {kColorMonochrome, "IDS_QEL_COLOR_BW"},
     {2, "IDS_QEL_COLOR_SEPIA"},
     {3, "IDS_QEL_COLOR_VIVID"},
     {4, "IDS_QEL_COLOR_COOL"},
 };
-// SLRs name monochrome and plain colour in their own words.
+// SLRs name monochrome and plain colour (the fallback) in their own words.
 constexpr KeyEntry kSLRColors[] = {
-    {1, "IDS_QEL_COLOR_BW_DSLR"},
+    {kColorMonochrome, "IDS_QEL_COLOR_BW_DSLR"},
+    {2, "IDS_QEL_COLOR_SEPIA"},
+    {3, "IDS_QEL_COLOR_VIVID"},
+    {4, "IDS_QEL_COLOR_COOL"},
 };
 
 // Scanner colour spaces, as whole 32-bit codes; anything else is RGB.
@@ -68,9 +69,8 @@ constexpr KeyEntry kToneTables[] = {
     {19, "IDS_QEL_GAMMA_TABLE_CUSTOM_3"},
 };
 // Most bodies call the ends of the tone scale "less" and "more"; files of
-// kinds 1026 and 1027 call them "low" and "high". The value list says
-// "low"/"high" for every file kind, so the shown value and the list entry
-// may differ in wording on purpose.
+// kinds 1026 and 1027 call them "low" and "high". The value list always says
+// "low"/"high", so the shown value and the list entry may differ in wording.
 constexpr SInt32 kLowHighToneFileKinds[] = {1026, 1027};
 constexpr KeyEntry kToneEndsLowHigh[] = {
     {1, "IDS_QEL_GAMMA_TABLE_LOW"},
@@ -110,7 +110,7 @@ constexpr KeyEntry kNoiseReduction[] = {
     {1, "IDS_QEL_NOISE_REDUCTION_FIXED"},
 };
 
-// Compared as an unsigned number: 0xFFFF is "on" without a level.
+// 0xFFFF is "on" without a level.
 constexpr KeyEntry kHighSensitivityNR[] = {
     {0, "IDS_QEL_HIGH_SENSITIVITY_NR_OFF"},
     {1, "IDS_QEL_HIGH_SENSITIVITY_NR_OFF"},
@@ -151,15 +151,9 @@ bool IsMonochrome(IVandelTagControl* tagControl)
 
 void CQelImgInfo::GetColor(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kColor, "IDS_QEL_COLOR");
-    auto color = ReadInt32(tagControl, QelItem::kColor);
-    if (!color)
-        return;
     const bool slr = m_deviceKind == kDeviceSLR;
-    const char* key = slr ? FindKey(kSLRColors, *color) : nullptr;
-    if (!key)
-        key = KeyFor(kColors, *color, slr ? "IDS_QEL_COLOR_COLOR_DSLR" : "IDS_QEL_COLOR_COLOR");
-    StoreValueKey(QelItem::kColor, key);
+    StoreMappedItem(tagControl, {QelItem::kColor, "IDS_QEL_COLOR", slr ? kSLRColors : kColors,
+                                 slr ? "IDS_QEL_COLOR_COLOR_DSLR" : "IDS_QEL_COLOR_COLOR"});
 }
 
 void CQelImgInfo::GetColorSpace(IVandelTagControl* tagControl)
@@ -180,38 +174,29 @@ void CQelImgInfo::GetGammaTable(IVandelTagControl* tagControl)
     auto tone = ReadInt32(tagControl, QelItem::kToneTable);
     if (!tone)
         return;
-    const bool lowHigh =
-        std::find(std::begin(kLowHighToneFileKinds), std::end(kLowHighToneFileKinds), m_fileKind) !=
-        std::end(kLowHighToneFileKinds);
+    const bool lowHigh = qel::Lists(kLowHighToneFileKinds, m_fileKind);
     const char* key = FindKey(lowHigh ? kToneEndsLowHigh : kToneEndsLessMore, *tone);
     if (!key)
         key = KeyFor(kToneTables, *tone, kEmptyValue);
     // Black and white, auto and the custom tables are not choices of the list.
-    qel::RecordListPosition(qel::kGammaTableList, static_cast<UInt32>(*tone), m_gammaListIndex);
+    qel::RecordListPosition(ListEntries(QelItem::kToneTable), static_cast<UInt32>(*tone),
+                            m_gammaListIndex);
     StoreValueKey(QelItem::kToneTable, key);
 }
 
 void CQelImgInfo::GetBRTCNTComp(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kBrightnessContrast, "IDS_QEL_BRTCNT_COMP");
-    // Shows the setting only: the brightness/contrast list has no current
-    // choice, so m_brtcntListIndex is deliberately left alone.
-    if (auto setting = ReadInt32(tagControl, QelItem::kBrightnessContrast))
-        StoreValueKey(QelItem::kBrightnessContrast,
-                      KeyFor(kBrightnessContrast, *setting, kEmptyValue));
+    // No list index: hosts offer the tone scale here without marking a
+    // current choice, since the setting's codes are not the scale's.
+    StoreMappedItem(tagControl, {QelItem::kBrightnessContrast, "IDS_QEL_BRTCNT_COMP",
+                                 kBrightnessContrast, kEmptyValue});
 }
 
 void CQelImgInfo::GetSaturationAdjust(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kSaturationAdjust, "IDS_QEL_SATURATION_ADJUSTMENT");
-    auto saturation = ReadInt32(tagControl, QelItem::kSaturationAdjust);
-    if (!saturation)
-        return;
-    qel::RecordListPosition(qel::kSaturationAdjustList, static_cast<UInt32>(*saturation),
-                            m_saturationListIndex);
-    const char* key =
-        KeyFor(kSaturationAdjustments, *saturation, "IDS_QEL_SATURATION_ADJUSTMENT_NONE");
-    StoreValueKey(QelItem::kSaturationAdjust, key);
+    StoreMappedItem(tagControl, {QelItem::kSaturationAdjust, "IDS_QEL_SATURATION_ADJUSTMENT",
+                                 kSaturationAdjustments, "IDS_QEL_SATURATION_ADJUSTMENT_NONE",
+                                 &CQelImgInfo::m_saturationListIndex});
 }
 
 void CQelImgInfo::GetSaturationComp(IVandelTagControl* tagControl)
@@ -252,34 +237,26 @@ void CQelImgInfo::GetHueAdjustment(IVandelTagControl* tagControl)
 void CQelImgInfo::GetNoiseReduction(IVandelTagControl* tagControl)
 {
     // On SLRs the setting is the long-exposure noise reduction.
-    StoreTitle(QelItem::kNoiseReduction,
-               m_deviceKind == kDeviceSLR ? "IDS_QEL_LONG_EXPOSURE_NR" : "IDS_QEL_NOISE_REDUCTION");
-    if (auto nr = ReadInt32(tagControl, QelItem::kNoiseReduction))
-        StoreValueKey(QelItem::kNoiseReduction, KeyFor(kNoiseReduction, *nr, kEmptyValue));
+    const char* title =
+        m_deviceKind == kDeviceSLR ? "IDS_QEL_LONG_EXPOSURE_NR" : "IDS_QEL_NOISE_REDUCTION";
+    StoreMappedItem(tagControl, {QelItem::kNoiseReduction, title, kNoiseReduction, kEmptyValue});
 }
 
 void CQelImgInfo::GetHighSensitivityNR(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kHighSensitivityNR, "IDS_QEL_HIGH_SENSITIVITY_NR");
-    auto nr = ReadInt32(tagControl, QelItem::kHighSensitivityNR);
-    if (!nr)
-        return;
     // An unknown level leaves the item without a value, not with a blank one.
-    if (const char* key = FindKey(kHighSensitivityNR, static_cast<UInt32>(*nr)))
-        StoreValueKey(QelItem::kHighSensitivityNR, key);
+    StoreMappedItem(tagControl, {QelItem::kHighSensitivityNR, "IDS_QEL_HIGH_SENSITIVITY_NR",
+                                 kHighSensitivityNR, nullptr});
 }
 
 void CQelImgInfo::GetConverterLens(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kConverterLens, "IDS_QEL_CONVERTER_LENS");
-    if (auto lens = ReadInt32(tagControl, QelItem::kConverterLens))
-        StoreValueKey(QelItem::kConverterLens,
-                      KeyFor(kConverterLenses, *lens, "IDS_QEL_CONVERTER_LENS_NONE"));
+    StoreMappedItem(tagControl, {QelItem::kConverterLens, "IDS_QEL_CONVERTER_LENS",
+                                 kConverterLenses, "IDS_QEL_CONVERTER_LENS_NONE"});
 }
 
 void CQelImgInfo::GetFalsificationInfo(IVandelTagControl* tagControl)
 {
-    StoreTitle(QelItem::kFalsification, "IDS_QEL_FALSIFICATION_INFO");
-    if (auto check = ReadInt32(tagControl, QelItem::kFalsification))
-        StoreValueKey(QelItem::kFalsification, KeyFor(kFalsification, *check, kEmptyValue));
+    StoreMappedItem(tagControl, {QelItem::kFalsification, "IDS_QEL_FALSIFICATION_INFO",
+                                 kFalsification, kEmptyValue});
 }

@@ -49,14 +49,6 @@ UInt32 PresetSlot(UInt32 mode)
     return slot <= kLastPresetSlot ? slot : 0;
 }
 
-bool NamesPresetsWithDash(SInt32 fileKind)
-{
-    for (SInt32 kind : kDashPresetFileKinds)
-        if (kind == fileKind)
-            return true;
-    return false;
-}
-
 }  // namespace
 
 void CQelImgInfo::GetWhiteBalance(IVandelTagControl* tagControl)
@@ -78,7 +70,7 @@ void CQelImgInfo::GetWhiteBalance(IVandelTagControl* tagControl)
     } else if (UInt32 slot = PresetSlot(record->mode)) {
         value.LoadString("IDS_QEL_WB_PRESET");
         std::snprintf(number, sizeof number,
-                      NamesPresetsWithDash(m_fileKind) ? " d-%d" : " %d", static_cast<int>(slot));
+                      qel::Lists(kDashPresetFileKinds, m_fileKind) ? " d-%d" : " %d", static_cast<int>(slot));
         value.Append(number, kCFStringEncodingASCII);
     } else if (const char* key = qel::FindKey(kWhiteBalanceModes, record->mode)) {
         value.LoadString(key);

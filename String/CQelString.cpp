@@ -1,5 +1,7 @@
 #include "CQelString.h"
 
+#include "NumberStyle.h"
+
 #include <QelPlatform/TextEncoding.h>
 
 #include <cstring>
@@ -30,6 +32,12 @@ CFMutableStringRef NewEmpty()
 CFMutableStringRef MutableCopyOf(CFStringRef text)
 {
     return text ? CFStringCreateMutableCopy(kCFAllocatorDefault, 0, text) : NewEmpty();
+}
+
+// The bundle whose tables hold the texts.
+CFBundleRef TextBundle()
+{
+    return CQelString::m_bundle ? CQelString::m_bundle : CFBundleGetMainBundle();
 }
 
 // The text to compare with when a string has none.
@@ -120,8 +128,8 @@ UniChar CQelString::GetCharacterAt(CFIndex index) const
 
 bool CQelString::operator==(const CQelString& other) const
 {
-    // Kept inverted on purpose: the comparison result as a truth value, so
-    // equal texts answer false.
+    // The comparison result as a truth value, so equal texts answer false:
+    // the sense hosts built against this class rely on.
     return CFStringCompare(TextOrEmpty(m_string), TextOrEmpty(other.m_string), 0) !=
            kCFCompareEqualTo;
 }
@@ -183,7 +191,7 @@ bool CQelString::LoadString(CFStringRef key)
 {
     if (!key)
         return false;
-    CFBundleRef bundle = m_bundle ? m_bundle : CFBundleGetMainBundle();
+    CFBundleRef bundle = TextBundle();
     // Without any bundle the key stands for itself, as it does for a key
     // that has no translation.
     CFStringRef text = bundle ? CFBundleCopyLocalizedString(bundle, key, key, nullptr)
@@ -251,7 +259,8 @@ bool CQelString::LoadStringWithArguments(const char* key, const qel::FormatArgum
     if (!format.LoadString(key))
         return false;
     CFMutableStringRef result = CFStringCreateMutable(kCFAllocatorDefault, 0);
-    qel::AppendFormatted(result, format.m_string, arguments, count);
+    qel::AppendFormatted(result, format.m_string, arguments, count,
+                         qel::DecimalSeparator(TextBundle()));
     Adopt(result);
     return true;
 }
@@ -269,6 +278,7 @@ void CQelString::Format(CFStringRef format, ...)
     Adopt(MutableCopyOf(result));
     if (result)
         CFRelease(result);
+    qel::StyleDecimalPoints(m_string, 0, qel::DecimalSeparator(TextBundle()));
 }
 
 void CQelString::AppendFormat(CFStringRef format, ...)
@@ -276,10 +286,19 @@ void CQelString::AppendFormat(CFStringRef format, ...)
     if (!format || !m_string)
         return;
     Invalidate();
+    const CFIndex start = GetLength();
     va_list arguments;
     va_start(arguments, format);
     CFStringAppendFormatAndArguments(m_string, nullptr, format, arguments);
     va_end(arguments);
+    qel::StyleDecimalPoints(m_string, start, qel::DecimalSeparator(TextBundle()));
+}
+
+void CQelString::AppendNumber(const char* printed)
+{
+    const CFIndex start = GetLength();
+    Append(printed, kCFStringEncodingASCII);
+    qel::StyleDecimalPoints(m_string, start, qel::DecimalSeparator(TextBundle()));
 }
 
 void CQelString::Append(const CQelString& other)

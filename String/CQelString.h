@@ -31,8 +31,9 @@ public:
     // this slack.
     UInt32 GetByteLength(CFStringEncoding encoding) const;
     UniChar GetCharacterAt(CFIndex index) const;
-    // Deliberately inverted: true when the two texts DIFFER (the raw
-    // CFStringCompare result taken as a truth value). Nothing calls it.
+    // True when the two texts DIFFER (the raw CFStringCompare result taken
+    // as a truth value), as hosts built against this class expect; the
+    // library itself never calls it.
     bool operator==(const CQelString& other) const;
 
     // Whole text into `buffer` or nothing: the buffer is zeroed over `size`
@@ -64,8 +65,12 @@ public:
     bool LoadStringWithArguments(const char* key, const qel::FormatArgument* arguments,
                                  size_t count);
 
+    // The library's own number formats: the numbers printed take the decimal
+    // separator of the user's language.
     void Format(CFStringRef format, ...);
     void AppendFormat(CFStringRef format, ...);
+    // A number the library printed (ASCII), in the style of the user's language.
+    void AppendNumber(const char* printed);
     void Append(const CQelString& other);
     void Append(const char* text, CFStringEncoding encoding);
     void Append(CFStringRef text);

@@ -1,5 +1,7 @@
 #include "FormatArguments.h"
 
+#include "NumberStyle.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <string>
@@ -75,6 +77,7 @@ std::string Print(const std::string& directive, Values... values)
 {
     // A number fits the small buffer and is printed once; only a longer
     // text is measured first and printed again.
+    const CNumericScope cNumbers;
     char small[64];
     int needed = std::snprintf(small, sizeof small, directive.c_str(), values...);
     if (needed <= 0)
@@ -134,8 +137,9 @@ long long Narrowed(const FormatArgument& a, const std::string& length, bool isSi
 
 class Formatter {
 public:
-    Formatter(CFMutableStringRef out, const FormatArgument* arguments, size_t count)
-        : m_out(out), m_arguments(arguments), m_count(count)
+    Formatter(CFMutableStringRef out, const FormatArgument* arguments, size_t count,
+              UniChar decimalSeparator)
+        : m_out(out), m_arguments(arguments), m_count(count), m_separator(decimalSeparator)
     {
     }
 
@@ -239,27 +243,36 @@ private:
         const FormatArgument* a = Take(c.position);
         if (!a)
             return;
-        std::string directive = "%" + c.flags + width + precision;
-        switch (c.conversion) {
+        const CFIndex start = CFStringGetLength(m_out);
+        Convert(c.conversion, c.length, "%" + c.flags + width + precision, a);
+        // Doubles and C strings (numbers the library printed) take the language's separator.
+        if (a->kind == FormatArgument::Kind::Double || a->kind == FormatArgument::Kind::CString)
+            StyleDecimalPoints(m_out, start, m_separator);
+    }
+
+    void Convert(char conversion, const std::string& length, const std::string& directive,
+                 const FormatArgument* a)
+    {
+        switch (conversion) {
         case 'd': case 'i':
             if (IsInteger(*a))
-                return AppendASCII(m_out, Print(directive + "lld", Narrowed(*a, c.length, true)));
+                return AppendASCII(m_out, Print(directive + "lld", Narrowed(*a, length, true)));
             break;
         case 'u': case 'x': case 'X': case 'o':
             if (IsInteger(*a))
-                return AppendASCII(m_out, Print(directive + "ll" + c.conversion,
+                return AppendASCII(m_out, Print(directive + "ll" + conversion,
                                                 static_cast<unsigned long long>(
-                                                    Narrowed(*a, c.length, false))));
+                                                    Narrowed(*a, length, false))));
             break;
         case 'c':
             if (IsInteger(*a)) {
-                UniChar character = static_cast<UniChar>(Narrowed(*a, c.length, false));
+                UniChar character = static_cast<UniChar>(Narrowed(*a, length, false));
                 return CFStringAppendCharacters(m_out, &character, 1);
             }
             break;
         case 'f': case 'F': case 'e': case 'E': case 'g': case 'G': case 'a': case 'A':
             if (a->kind == FormatArgument::Kind::Double)
-                return AppendASCII(m_out, Print(directive + c.conversion, a->real));
+                return AppendASCII(m_out, Print(directive + conversion, a->real));
             break;
         case 's':
             if (a->kind == FormatArgument::Kind::CString) {
@@ -279,13 +292,14 @@ private:
     CFMutableStringRef m_out;
     const FormatArgument* m_arguments;
     size_t m_count;
+    UniChar m_separator;
     size_t m_next = 0;
 };
 
 }  // namespace
 
 void AppendFormatted(CFMutableStringRef out, CFStringRef format,
-                     const FormatArgument* arguments, size_t count)
+                     const FormatArgument* arguments, size_t count, UniChar decimalSeparator)
 {
     if (!out || !format)
         return;
@@ -294,7 +308,7 @@ void AppendFormatted(CFMutableStringRef out, CFStringRef format,
     text.resize(static_cast<size_t>(CFStringGetLength(format)));
     if (!text.empty())
         CFStringGetCharacters(format, CFRangeMake(0, static_cast<CFIndex>(text.size())), text.data());
-    Formatter(out, arguments, count).Run(text);
+    Formatter(out, arguments, count, decimalSeparator).Run(text);
 }
 
 }  // namespace qel

@@ -12,7 +12,9 @@
 // So a translation may pick any subset of the arguments by position (the
 // GPS position picks degrees-minutes-seconds or degrees with decimal
 // minutes) and can never read an argument the code did not pass.
-// Numbers print exactly as printf prints them.
+// Numbers print as printf prints them in the C locale, with the decimal
+// separator given; C-string arguments are numbers the library printed and
+// take the separator too.
 #ifndef QEL_FORMAT_ARGUMENTS_H
 #define QEL_FORMAT_ARGUMENTS_H
 
@@ -46,7 +48,7 @@ struct FormatArgument {
 
 // Appends `format` applied to `arguments` to `out`.
 void AppendFormatted(CFMutableStringRef out, CFStringRef format,
-                     const FormatArgument* arguments, size_t count);
+                     const FormatArgument* arguments, size_t count, UniChar decimalSeparator = '.');
 
 }  // namespace qel
 

@@ -1,8 +1,8 @@
 // Exif, TIFF and GPS tags of an image, as the library's items read them.
 //
 //  Item     Type          Size          From the image
-//  0x10F    2 text        Exif count    Exif.Image.Make
-//  0x110    2 text        Exif count    Exif.Image.Model
+//  0x10F    2 text        Exif count    Exif.Image.Make, trailing blanks removed
+//  0x110    2 text        Exif count    Exif.Image.Model, trailing blanks removed
 //  0x132    2 text        Exif count    Exif.Image.DateTime
 //  0x829A   4 double      8             Exif.Photo.ExposureTime (rational, exact)
 //  0x829D   4 double      8             Exif.Photo.FNumber
@@ -16,22 +16,26 @@
 //  0x9286   2 text        length + 1    Exif.Photo.UserComment without its 8-byte
 //                                       character-code prefix (UNICODE decoded to
 //                                       UTF-8), cut at the first zero, trailing
-//                                       blanks (the camera's padding) removed
+//                                       blanks (the camera's padding) removed; a
+//                                       comment in the Latin script spelt in ASCII
 //  0x9290   2 text        Exif count    Exif.Photo.SubSecTimeOriginal, else SubSecTime
-//  0x10000  3 int32       4             Exif.Photo.PixelXDimension, else the image's width
-//  0x10001  3 int32       4             Exif.Photo.PixelYDimension, else the image's height
+//  0x10000  3 int32       4             Exif.Photo.PixelXDimension above 0, else the image's width
+//  0x10001  3 int32       4             Exif.Photo.PixelYDimension above 0, else the image's height
 //  0x10005  4 double      8             Exif.Image.Orientation
 //  0x30001  3 int32       4             GPSLatitudeRef: "N" 0, "S" 1
-//  0x30002  4 doubles     24            GPSLatitude: degrees, minutes, seconds
+//  0x30002  4 doubles     24            GPSLatitude: whole degrees, whole minutes,
+//                                       seconds rounded to hundredths (carried)
 //  0x30003  3 int32       4             GPSLongitudeRef: "E" 2, "W" 3
-//  0x30004  4 doubles     24            GPSLongitude
+//  0x30004  4 doubles     24            GPSLongitude, as the latitude
 //  0x30005  3 int32       4             GPSAltitudeRef: 0 above, 1 below sea level
-//  0x30006  4 double      8             GPSAltitude, metres, as recorded (no sign)
-//  0x30007  4 doubles     24            GPSTimeStamp: hours, minutes, seconds
+//  0x30006  4 double      8             GPSAltitude, metres, negative below sea level
+//  0x30007  4 doubles     24            GPSTimeStamp: whole hours, whole minutes,
+//                                       seconds rounded to hundredths (carried)
 //  0x30010  2 text        Exif count    GPSImgDirectionRef: "T" true, "M" magnetic north
 //  0x30011  4 double      8             GPSImgDirection, degrees
 //  0x80002  260 ISO       4             mode 0 (a plain ISO number) and
-//                                       Exif.Photo.ISOSpeedRatings (1 to 65535)
+//                                       Exif.Photo.ISOSpeedRatings (1 to 65534), else
+//                                       the Exif 2.3 sensitivity SensitivityType names
 //  0x80005  266 WB        8             {setting, 0 K} from Exif.Photo.WhiteBalance
 //                                       and Exif.Photo.LightSource, see kLightSources
 //
@@ -44,7 +48,11 @@
 #include "TagSourceError.h"
 
 #include <exiv2/exiv2.hpp>
+#include <unicode/translit.h>
+#include <unicode/uscript.h>
+#include <unicode/unistr.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
@@ -60,50 +68,79 @@ namespace qel {
 namespace {
 
 enum class Conversion {
-    kText,           // bytes up to the first zero, sized by the Exif count
+    kText,           // bytes up to the first zero, less trailing blanks, sized by the Exif count
     kInt32,          // one integer
     kDouble,         // one number
-    kTriple,         // three numbers (degrees/minutes/seconds, h/m/s)
+    kSexagesimal,    // degrees/minutes/seconds or h/m/s, see kSexagesimalRanges
+    kAltitude,       // one number, negative when GPSAltitudeRef says below sea level
     kValueStep,      // a signed rational as whole steps of a fraction
     kComment,        // user comment without its character-code prefix
     kLatitudeRef,    // "N"/"S" as the numbers 0/1
     kLongitudeRef,   // "E"/"W" as the numbers 2/3
 };
 
+// What a value must be to be delivered at all.
+enum class Check {
+    kAny,
+    kMeasure,   // a rational, as Exif records measures, and not negative
+    kPositive,  // an integer above 0: 0 means the writer did not know it
+};
+
 struct ExifTag {
     const char* key;
     UInt32 item;
     Conversion conversion;
+    Check check;
 };
 
 // When two Exif tags feed one item, the first one present wins.
 constexpr ExifTag kExifTags[] = {
-    {"Exif.Image.Make", 0x10F, Conversion::kText},
-    {"Exif.Image.Model", 0x110, Conversion::kText},
-    {"Exif.Image.DateTime", 0x132, Conversion::kText},
-    {"Exif.Photo.ExposureTime", 0x829A, Conversion::kDouble},
-    {"Exif.Photo.FNumber", 0x829D, Conversion::kDouble},
-    {"Exif.Photo.ExposureProgram", 0x8822, Conversion::kInt32},
-    {"Exif.Photo.DateTimeOriginal", 0x9003, Conversion::kText},
-    {"Exif.Photo.ExposureBiasValue", 0x9204, Conversion::kValueStep},
-    {"Exif.Photo.MeteringMode", 0x9207, Conversion::kInt32},
-    {"Exif.Photo.FocalLength", 0x920A, Conversion::kDouble},
-    {"Exif.Photo.UserComment", 0x9286, Conversion::kComment},
-    {"Exif.Photo.SubSecTimeOriginal", 0x9290, Conversion::kText},
-    {"Exif.Photo.SubSecTime", 0x9290, Conversion::kText},
-    {"Exif.Photo.PixelXDimension", 0x10000, Conversion::kInt32},
-    {"Exif.Photo.PixelYDimension", 0x10001, Conversion::kInt32},
-    {"Exif.Image.Orientation", 0x10005, Conversion::kDouble},
-    {"Exif.GPSInfo.GPSLatitudeRef", 0x30001, Conversion::kLatitudeRef},
-    {"Exif.GPSInfo.GPSLatitude", 0x30002, Conversion::kTriple},
-    {"Exif.GPSInfo.GPSLongitudeRef", 0x30003, Conversion::kLongitudeRef},
-    {"Exif.GPSInfo.GPSLongitude", 0x30004, Conversion::kTriple},
-    {"Exif.GPSInfo.GPSAltitudeRef", 0x30005, Conversion::kInt32},
-    {"Exif.GPSInfo.GPSAltitude", 0x30006, Conversion::kDouble},
-    {"Exif.GPSInfo.GPSTimeStamp", 0x30007, Conversion::kTriple},
-    {"Exif.GPSInfo.GPSImgDirectionRef", 0x30010, Conversion::kText},
-    {"Exif.GPSInfo.GPSImgDirection", 0x30011, Conversion::kDouble},
+    {"Exif.Image.Make", 0x10F, Conversion::kText, Check::kAny},
+    {"Exif.Image.Model", 0x110, Conversion::kText, Check::kAny},
+    {"Exif.Image.DateTime", 0x132, Conversion::kText, Check::kAny},
+    {"Exif.Photo.ExposureTime", 0x829A, Conversion::kDouble, Check::kMeasure},
+    {"Exif.Photo.FNumber", 0x829D, Conversion::kDouble, Check::kMeasure},
+    {"Exif.Photo.ExposureProgram", 0x8822, Conversion::kInt32, Check::kAny},
+    {"Exif.Photo.DateTimeOriginal", 0x9003, Conversion::kText, Check::kAny},
+    {"Exif.Photo.ExposureBiasValue", 0x9204, Conversion::kValueStep, Check::kAny},
+    {"Exif.Photo.MeteringMode", 0x9207, Conversion::kInt32, Check::kAny},
+    {"Exif.Photo.FocalLength", 0x920A, Conversion::kDouble, Check::kMeasure},
+    {"Exif.Photo.UserComment", 0x9286, Conversion::kComment, Check::kAny},
+    {"Exif.Photo.SubSecTimeOriginal", 0x9290, Conversion::kText, Check::kAny},
+    {"Exif.Photo.SubSecTime", 0x9290, Conversion::kText, Check::kAny},
+    {"Exif.Photo.PixelXDimension", 0x10000, Conversion::kInt32, Check::kPositive},
+    {"Exif.Photo.PixelYDimension", 0x10001, Conversion::kInt32, Check::kPositive},
+    {"Exif.Image.Orientation", 0x10005, Conversion::kDouble, Check::kAny},
+    {"Exif.GPSInfo.GPSLatitudeRef", 0x30001, Conversion::kLatitudeRef, Check::kAny},
+    {"Exif.GPSInfo.GPSLatitude", 0x30002, Conversion::kSexagesimal, Check::kMeasure},
+    {"Exif.GPSInfo.GPSLongitudeRef", 0x30003, Conversion::kLongitudeRef, Check::kAny},
+    {"Exif.GPSInfo.GPSLongitude", 0x30004, Conversion::kSexagesimal, Check::kMeasure},
+    {"Exif.GPSInfo.GPSAltitudeRef", 0x30005, Conversion::kInt32, Check::kAny},
+    {"Exif.GPSInfo.GPSAltitude", 0x30006, Conversion::kAltitude, Check::kMeasure},
+    {"Exif.GPSInfo.GPSTimeStamp", 0x30007, Conversion::kSexagesimal, Check::kMeasure},
+    {"Exif.GPSInfo.GPSImgDirectionRef", 0x30010, Conversion::kText, Check::kAny},
+    {"Exif.GPSInfo.GPSImgDirection", 0x30011, Conversion::kDouble, Check::kMeasure},
 };
+
+// A position or time of day as the panel prints it: whole degrees (hours),
+// whole minutes, seconds to hundredths. Every part is counted in hundredths
+// of a second, so fractional degrees or minutes reach the seconds and
+// 59.999 seconds carry into the minute instead of printing as 60.00.
+struct SexagesimalRange {
+    UInt32 item;
+    long long limit;  // the largest first part (degrees, hours)
+    bool wraps;       // a time of day: 24:00 is 00:00 of the next day
+};
+constexpr SexagesimalRange kSexagesimalRanges[] = {
+    {0x30002, 90, false},
+    {0x30004, 180, false},
+    {0x30007, 24, true},
+};
+constexpr long long kHundredthsPerUnit[] = {360000, 6000, 100};  // of a degree, minute, second
+constexpr long long kSixty = 60;
+
+constexpr const char* kAltitudeRefKey = "Exif.GPSInfo.GPSAltitudeRef";
+constexpr SInt32 kBelowSeaLevel = 1;
 
 struct Reference {
     const char* letter;
@@ -154,11 +191,33 @@ struct ISORecord {
 };
 static_assert(sizeof(ISORecord) == 4, "ISO record is 4 bytes");
 constexpr UInt16 kISOModeNumber = 0;
+// ISOSpeedRatings holds 65535 when the sensitivity does not fit 16 bits.
+constexpr long kISORatingTooHigh = 65535;
 
 // Keys read besides those of kExifTags.
 constexpr const char* kISOKey = "Exif.Photo.ISOSpeedRatings";
 constexpr const char* kWhiteBalanceKey = "Exif.Photo.WhiteBalance";
 constexpr const char* kLightSourceKey = "Exif.Photo.LightSource";
+constexpr const char* kSensitivityTypeKey = "Exif.Photo.SensitivityType";
+constexpr const char* kSOSKey = "Exif.Photo.StandardOutputSensitivity";
+constexpr const char* kREIKey = "Exif.Photo.RecommendedExposureIndex";
+constexpr const char* kISOSpeedKey = "Exif.Photo.ISOSpeed";
+
+// Exif 2.3 SensitivityType: which sensitivity tags the camera wrote, the
+// ISO speed before the exposure index before the output sensitivity.
+struct SensitivityType {
+    long type;
+    const char* keys[3];
+};
+constexpr SensitivityType kSensitivityTypes[] = {
+    {1, {kSOSKey}},
+    {2, {kREIKey}},
+    {3, {kISOSpeedKey}},
+    {4, {kREIKey, kSOSKey}},
+    {5, {kISOSpeedKey, kSOSKey}},
+    {6, {kISOSpeedKey, kREIKey}},
+    {7, {kISOSpeedKey, kREIKey, kSOSKey}},
+};
 
 // Every key the source reads, as exiv2 spells it, with its place in an
 // ExifIndex; made once.
@@ -169,7 +228,8 @@ const std::unordered_map<std::string, size_t>& KeyPlaces()
         auto add = [&](const char* key) { places.emplace(Exiv2::ExifKey(key).key(), places.size()); };
         for (const ExifTag& entry : kExifTags)
             add(entry.key);
-        for (const char* key : {kISOKey, kWhiteBalanceKey, kLightSourceKey})
+        for (const char* key : {kISOKey, kWhiteBalanceKey, kLightSourceKey, kSensitivityTypeKey,
+                                kSOSKey, kREIKey, kISOSpeedKey})
             add(key);
         return places;
     }();
@@ -273,6 +333,83 @@ std::optional<SInt32> IntegerOf(const Exiv2::Exifdatum& datum)
     return static_cast<SInt32>(number);
 }
 
+bool IsRational(Exiv2::TypeId type)
+{
+    return type == Exiv2::unsignedRational || type == Exiv2::signedRational;
+}
+
+std::optional<double> CheckedNumberOf(const Exiv2::Exifdatum& datum, Check check)
+{
+    if (check == Check::kMeasure && !IsRational(datum.typeId()))
+        return std::nullopt;
+    auto number = NumberAt(datum, 0);
+    if (number && check == Check::kMeasure && *number < 0)
+        return std::nullopt;
+    return number;
+}
+
+std::optional<SInt32> CheckedIntegerOf(const Exiv2::Exifdatum& datum, Check check)
+{
+    auto number = IntegerOf(datum);
+    if (number && check == Check::kPositive && *number <= 0)
+        return std::nullopt;
+    return number;
+}
+
+// Whole degrees (hours), whole minutes and seconds in hundredths, carried;
+// nullopt for a part that is negative, minutes or seconds of 60 or more,
+// or a whole beyond the range's limit.
+std::optional<std::vector<double>> SexagesimalOf(const Exiv2::Exifdatum& datum,
+                                                 const SexagesimalRange& range)
+{
+    if (!IsRational(datum.typeId()))
+        return std::nullopt;
+    const long long whole = range.limit * kHundredthsPerUnit[0];
+    long long hundredths = 0;
+    double belowHundredths = 0;  // what the parts leave below a hundredth, summed
+    for (long i = 0; i < 3 && i < datum.count(); ++i) {
+        auto part = RationalAt(datum, i);
+        if (!part || part->second == 0)
+            return std::nullopt;
+        auto [numerator, denominator] = *part;
+        if (denominator < 0) {
+            numerator = -numerator;
+            denominator = -denominator;
+        }
+        const long long limit = i == 0 ? range.limit : kSixty;
+        const bool limitIncluded = i == 0 && !range.wraps;
+        if (numerator < 0 || numerator > limit * denominator ||
+            (!limitIncluded && numerator == limit * denominator))
+            return std::nullopt;
+        // Exif numerators have 32 bits, so the product fits.
+        const long long scaled = numerator * kHundredthsPerUnit[i];
+        hundredths += scaled / denominator;
+        belowHundredths += static_cast<double>(scaled % denominator) / static_cast<double>(denominator);
+    }
+    hundredths += std::llround(belowHundredths);
+    if (hundredths > whole)
+        return std::nullopt;
+    if (range.wraps)
+        hundredths %= whole;
+    return std::vector<double>{static_cast<double>(hundredths / kHundredthsPerUnit[0]),
+                               static_cast<double>(hundredths / kHundredthsPerUnit[1] % kSixty),
+                               static_cast<double>(hundredths % kHundredthsPerUnit[1]) / 100.0};
+}
+
+const SexagesimalRange* SexagesimalRangeOf(UInt32 item)
+{
+    for (const SexagesimalRange& range : kSexagesimalRanges)
+        if (range.item == item)
+            return &range;
+    return nullptr;
+}
+
+std::string WithoutTrailingBlanks(std::string text)
+{
+    text.erase(text.find_last_not_of(' ') + 1);
+    return text;
+}
+
 std::string TextOf(const Exiv2::Exifdatum& datum)
 {
     std::vector<Exiv2::byte> raw(datum.size());
@@ -315,6 +452,46 @@ std::optional<IVandelTagControl::tagStrValueStep> ValueStepOf(const Exiv2::Exifd
     return IVandelTagControl::tagStrValueStep{static_cast<SInt16>(hundredths), 1, 100};
 }
 
+// Latin-ASCII, made once per thread (a transliterator is not to be shared
+// between threads); null when ICU lacks it.
+const icu::Transliterator* LatinToAscii()
+{
+    thread_local const std::unique_ptr<icu::Transliterator> transliterator =
+        []() -> std::unique_ptr<icu::Transliterator> {
+        UErrorCode status = U_ZERO_ERROR;
+        std::unique_ptr<icu::Transliterator> made(
+            icu::Transliterator::createInstance("Latin-ASCII", UTRANS_FORWARD, status));
+        return U_SUCCESS(status) ? std::move(made) : nullptr;
+    }();
+    return transliterator.get();
+}
+
+// The panel shows a comment in ASCII, each other character as '?': a comment
+// in the Latin script is spelt without its accents ("Grüße" reads "Grusse");
+// one in another script, or not in UTF-8, reaches the library as written.
+std::string SpeltForThePanel(const std::string& comment)
+{
+    const bool ascii = std::all_of(comment.begin(), comment.end(),
+                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    if (ascii || !IsUTF8(comment) ||
+        comment.size() > static_cast<size_t>(std::numeric_limits<int32_t>::max()))
+        return comment;
+    icu::UnicodeString text = icu::UnicodeString::fromUTF8(comment);
+    for (int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
+        UErrorCode status = U_ZERO_ERROR;
+        const UScriptCode script = uscript_getScript(text.char32At(i), &status);
+        if (U_FAILURE(status) ||
+            (script != USCRIPT_LATIN && script != USCRIPT_COMMON && script != USCRIPT_INHERITED))
+            return comment;
+    }
+    const icu::Transliterator* latinToAscii = LatinToAscii();
+    if (!latinToAscii)
+        return comment;
+    latinToAscii->transliterate(text);
+    std::string spelt;
+    return text.toUTF8String(spelt);
+}
+
 std::optional<std::string> CommentOf(const Exiv2::Exifdatum& datum)
 {
     std::string text;
@@ -330,9 +507,7 @@ std::optional<std::string> CommentOf(const Exiv2::Exifdatum& datum)
         text.assign(reinterpret_cast<const char*>(raw.data()) + kCharacterCodeLength,
                     raw.size() - kCharacterCodeLength);
     }
-    text = text.substr(0, text.find('\0'));
-    text.erase(text.find_last_not_of(' ') + 1);
-    return text;
+    return SpeltForThePanel(WithoutTrailingBlanks(text.substr(0, text.find('\0'))));
 }
 
 template <size_t N>
@@ -351,31 +526,37 @@ void AddInt32(TagTable& tags, UInt32 item, std::optional<SInt32> number)
         tags.AddBytes(item, kQelValueInt32, HostBytes(*number));
 }
 
-void AddConverted(TagTable& tags, const ExifTag& entry, const Exiv2::Exifdatum& datum)
+void AddConverted(TagTable& tags, const ExifTag& entry, const Exiv2::Exifdatum& datum,
+                  const ExifIndex& exif)
 {
     switch (entry.conversion) {
     case Conversion::kText:
-        if (IsText(datum))
-            tags.AddText(entry.item, TextOf(datum), static_cast<UInt32>(datum.count()));
+        if (IsText(datum)) {
+            const std::string text = WithoutTrailingBlanks(TextOf(datum));
+            const auto count = static_cast<UInt32>(datum.count());
+            tags.AddText(entry.item, text, std::min(count, static_cast<UInt32>(text.size() + 1)));
+        }
         break;
     case Conversion::kInt32:
-        AddInt32(tags, entry.item, IntegerOf(datum));
+        AddInt32(tags, entry.item, CheckedIntegerOf(datum, entry.check));
         break;
     case Conversion::kDouble:
-        if (auto number = NumberAt(datum, 0))
+        if (auto number = CheckedNumberOf(datum, entry.check))
             tags.AddBytes(entry.item, kQelValueDouble, HostBytes(*number));
         break;
-    case Conversion::kTriple: {
-        std::vector<double> numbers(3, 0.0);
-        for (long i = 0; i < 3 && i < datum.count(); ++i) {
-            auto number = NumberAt(datum, i);
-            if (!number)
-                return;
-            numbers[static_cast<size_t>(i)] = *number;
-        }
-        tags.AddBytes(entry.item, kQelValueDouble, HostBytes(numbers));
+    case Conversion::kSexagesimal:
+        if (const SexagesimalRange* range = SexagesimalRangeOf(entry.item))
+            if (auto parts = SexagesimalOf(datum, *range))
+                tags.AddBytes(entry.item, kQelValueDouble, HostBytes(*parts));
         break;
-    }
+    case Conversion::kAltitude:
+        if (auto metres = CheckedNumberOf(datum, entry.check)) {
+            const Exiv2::Exifdatum* reference = FindDatum(exif, kAltitudeRefKey);
+            if (reference && IntegerOf(*reference) == kBelowSeaLevel && *metres > 0)
+                *metres = -*metres;
+            tags.AddBytes(entry.item, kQelValueDouble, HostBytes(*metres));
+        }
+        break;
     case Conversion::kValueStep:
         if (auto step = ValueStepOf(datum))
             tags.AddBytes(entry.item, kQelValueStep, HostBytes(*step));
@@ -393,17 +574,44 @@ void AddConverted(TagTable& tags, const ExifTag& entry, const Exiv2::Exifdatum& 
     }
 }
 
+// A sensitivity the ISO record can carry: 1 to 65535.
+std::optional<UInt16> SensitivityOf(const ExifIndex& exif, const char* key)
+{
+    const Exiv2::Exifdatum* datum = FindDatum(exif, key);
+    if (!datum || !IsInteger(datum->typeId()))
+        return std::nullopt;
+    const long number = datum->toLong(0);
+    if (number < 1 || number > std::numeric_limits<UInt16>::max())
+        return std::nullopt;
+    return static_cast<UInt16>(number);
+}
+
+// The Exif 2.3 sensitivity that SensitivityType names.
+std::optional<UInt16> Exif23SensitivityOf(const ExifIndex& exif)
+{
+    const Exiv2::Exifdatum* type = FindDatum(exif, kSensitivityTypeKey);
+    if (!type)
+        return std::nullopt;
+    const auto code = IntegerOf(*type);
+    for (const SensitivityType& entry : kSensitivityTypes) {
+        if (code != entry.type)
+            continue;
+        for (const char* key : entry.keys)
+            if (key)
+                if (auto sensitivity = SensitivityOf(exif, key))
+                    return sensitivity;
+    }
+    return std::nullopt;
+}
+
 // ISO sensitivity as a plain ISO number (mode 0).
 void AddISOSensitivity(TagTable& tags, const ExifIndex& exif)
 {
-    const Exiv2::Exifdatum* datum = FindDatum(exif, kISOKey);
-    if (!datum)
-        return;
-    auto iso = IntegerOf(*datum);
-    if (!iso || *iso < 1 || *iso > std::numeric_limits<UInt16>::max())
-        return;
-    tags.AddBytes(0x80002, kQelValueISO,
-                  HostBytes(ISORecord{kISOModeNumber, static_cast<UInt16>(*iso)}));
+    std::optional<UInt16> iso = SensitivityOf(exif, kISOKey);
+    if (!iso || *iso == kISORatingTooHigh)
+        iso = Exif23SensitivityOf(exif);
+    if (iso)
+        tags.AddBytes(0x80002, kQelValueISO, HostBytes(ISORecord{kISOModeNumber, *iso}));
 }
 
 std::optional<WhiteBalanceSetting> WhiteBalanceOf(const ExifIndex& exif)
@@ -459,15 +667,15 @@ void PrepareExiv2()
     (void)prepared;
 }
 
-}  // namespace
-
-std::unique_ptr<ExivTagSource> ExivTagSource::FromFile(const std::string& path)
+// The tags of the image `open` makes; `path` is what exiv2's messages may
+// begin with.
+template <class Open>
+std::unique_ptr<ExivTagSource> ReadImage(Open open, const std::string& path)
 {
-    RequireNonEmptyRegularFile(path);
     PrepareExiv2();
     auto source = std::make_unique<ExivTagSource>();
     try {
-        auto image = Exiv2::ImageFactory::open(path);
+        auto image = open();
         if (!image.get())
             throw TagSourceError("not a readable image");
         image->readMetadata();
@@ -475,7 +683,7 @@ std::unique_ptr<ExivTagSource> ExivTagSource::FromFile(const std::string& path)
         for (const ExifTag& entry : kExifTags)
             if (const Exiv2::Exifdatum* datum = FindDatum(exif, entry.key))
                 if (!source->Find(entry.item))
-                    AddConverted(*source, entry, *datum);
+                    AddConverted(*source, entry, *datum, exif);
         AddISOSensitivity(*source, exif);
         AddWhiteBalance(*source, exif);
         // Only fills in what PixelX/YDimension left open.
@@ -489,6 +697,28 @@ std::unique_ptr<ExivTagSource> ExivTagSource::FromFile(const std::string& path)
         throw TagSourceError(std::string("not a readable image: damaged (") + error.what() + ")");
     }
     return source;
+}
+
+}  // namespace
+
+std::unique_ptr<ExivTagSource> ExivTagSource::FromFile(const std::string& path)
+{
+    RequireNonEmptyRegularFile(path);
+    return ReadImage([&] { return Exiv2::ImageFactory::open(path); }, path);
+}
+
+std::unique_ptr<ExivTagSource> ExivTagSource::FromMemory(const std::string& bytes)
+{
+    if (bytes.empty())
+        throw TagSourceError("empty file");
+    if (bytes.size() > static_cast<size_t>(std::numeric_limits<long>::max()))
+        throw TagSourceError("file too large");
+    return ReadImage(
+        [&] {
+            return Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte*>(bytes.data()),
+                                             static_cast<long>(bytes.size()));
+        },
+        std::string());
 }
 
 std::string ExivTagSource::FileKindUnknownReason() const

@@ -19,6 +19,8 @@ public:
     // Throws TagSourceError when the file is missing, unreadable, not an
     // image or too damaged to read.
     static std::unique_ptr<ExivTagSource> FromFile(const std::string& path);
+    // The same for an image held in memory (read from a pipe).
+    static std::unique_ptr<ExivTagSource> FromMemory(const std::string& bytes);
 
     // An image without tags; FromFile fills one.
     ExivTagSource() = default;

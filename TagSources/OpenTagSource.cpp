@@ -26,4 +26,12 @@ std::unique_ptr<IVandelTagControl> OpenTagSource(const std::string& path)
     return ExivTagSource::FromFile(path);
 }
 
+std::unique_ptr<IVandelTagControl> OpenTagSourceFromContent(const std::string& content)
+{
+    const size_t first = content.find_first_not_of(" \t\r\n");
+    if (first != std::string::npos && content[first] == '{')
+        return JsonTagSource::FromText(content);
+    return ExivTagSource::FromMemory(content);
+}
+
 }  // namespace qel

@@ -15,6 +15,10 @@ bool IsTagFileName(const std::string& path);
 // Throws TagSourceError naming what is wrong with the file.
 std::unique_ptr<IVandelTagControl> OpenTagSource(const std::string& path);
 
+// The same for a file's content without a name (read from a pipe): a tag
+// file when it begins, after blanks, with '{'; an image otherwise.
+std::unique_ptr<IVandelTagControl> OpenTagSourceFromContent(const std::string& content);
+
 }  // namespace qel
 
 #endif

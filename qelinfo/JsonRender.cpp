@@ -1,6 +1,10 @@
 #include "JsonRender.h"
 
+#include "TagSourceError.h"
+
 #include <nlohmann/json.hpp>
+
+#include <cstdio>
 
 namespace qelinfo {
 
@@ -61,12 +65,36 @@ private:
     std::string m_text;
 };
 
+// A name that is not UTF-8 cannot be told back from its "file" text, where
+// such bytes are replaced: every byte outside printable ASCII, and the
+// backslash, is written as \xNN so the name can be rebuilt exactly.
+std::optional<std::string> FileBytes(const std::string& file)
+{
+    if (qel::IsUTF8(file))
+        return std::nullopt;
+    std::string escaped;
+    for (char c : file) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x20 && byte < 0x7F && c != '\\') {
+            escaped += c;
+        } else {
+            char hex[8];
+            std::snprintf(hex, sizeof hex, "\\x%02X", static_cast<unsigned>(byte));
+            escaped += hex;
+        }
+    }
+    return escaped;
+}
+
 }  // namespace
 
 std::string JsonLine(const std::string& file, const FileInfo& info)
 {
     Line line;
-    line.Raw("{\"file\":").String(file).Raw(",\"values\":").Number(info.values);
+    line.Raw("{\"file\":").String(file);
+    if (auto bytes = FileBytes(file))
+        line.Raw(",\"file_bytes\":").String(*bytes);
+    line.Raw(",\"values\":").Number(info.values);
 
     line.Raw(",\"items\":[");
     for (size_t i = 0; i < info.items.size(); ++i) {
@@ -104,7 +132,11 @@ std::string JsonLine(const std::string& file, const FileInfo& info)
 
 std::string JsonErrorLine(const std::string& file, const std::string& reason)
 {
-    return Dump(Json{{"file", file}, {"error", reason}});
+    Json object{{"file", file}};
+    if (auto bytes = FileBytes(file))
+        object["file_bytes"] = *bytes;
+    object["error"] = reason;
+    return Dump(object);
 }
 
 }  // namespace qelinfo

@@ -7,6 +7,8 @@
 //               "entries": [{"raw": 1, "text": "..."}, ...]}, ...]}
 //
 // A file that could not be read: {"file": "<path>", "error": "<reason>"}.
+// A path that is not UTF-8 also gets "file_bytes" after "file": the path
+// with each byte outside printable ASCII, and the backslash, as \xNN.
 #ifndef QELINFO_JSON_RENDER_H
 #define QELINFO_JSON_RENDER_H
 

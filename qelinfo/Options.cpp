@@ -41,6 +41,12 @@ ParsedOptions ParseOptions(const std::vector<std::string>& arguments)
             options.showVersion = true;
         } else if (argument == "--all" || argument == "-a") {
             options.allItems = true;
+        } else if (argument == "--recursive" || argument == "-r") {
+            options.recursive = true;
+        } else if (argument == "--each-file-fresh") {
+            options.eachFileFresh = true;
+        } else if (argument == "--list-languages") {
+            options.listLanguages = true;
         } else if (TakeValue("--lang", arguments, i, value)) {
             if (value->empty()) {
                 parsed.usageError = "--lang needs a language, e.g. --lang en";
@@ -61,7 +67,7 @@ ParsedOptions ParseOptions(const std::vector<std::string>& arguments)
             return parsed;
         }
     }
-    if (options.files.empty() && !options.showHelp && !options.showVersion)
+    if (options.files.empty() && !options.showHelp && !options.showVersion && !options.listLanguages)
         parsed.usageError = "no file given";
     return parsed;
 }
@@ -74,18 +80,24 @@ std::string UsageText()
            "\n"
            "A FILE ending in .json is a tag file; any other FILE is read as an image\n"
            "(JPEG, TIFF, RAW, PNG, WebP, HEIF) through its Exif, TIFF and GPS tags.\n"
+           "A FILE of - reads one image or tag file from standard input.\n"
            "\n"
            "Options:\n"
            "  -a, --all            also list every item that has a title or a value,\n"
            "                       and the value lists\n"
+           "  -r, --recursive      read the images and tag files in folders and their\n"
+           "                       subfolders, in name order; other files are skipped\n"
+           "      --each-file-fresh  read each file with a new library object, so no\n"
+           "                       value-list position carries over from the file before\n"
            "      --lang LANG      show texts in LANG (e.g. en, de, ja); by default the\n"
            "                       environment decides (LANGUAGE, LC_ALL, LC_MESSAGES, LANG)\n"
+           "      --list-languages list the languages the library has texts in\n"
            "      --format FORMAT  text (default) or json: one JSON object per file and line\n"
            "  -h, --help           show this help\n"
            "  -V, --version        show the version\n"
            "\n"
-           "Exit status: 0 when every file was read, 1 when a file could not be read,\n"
-           "2 for a usage error.\n";
+           "Exit status: 0 when every file was read, 1 when a file could not be read\n"
+           "or the output could not be written, 2 for a usage error.\n";
 }
 
 }  // namespace qelinfo

@@ -14,6 +14,9 @@ struct Options {
     bool showHelp = false;
     bool showVersion = false;
     bool allItems = false;                 // --all
+    bool recursive = false;                // --recursive: folders too
+    bool eachFileFresh = false;            // --each-file-fresh: one library object per file
+    bool listLanguages = false;            // --list-languages
     OutputFormat format = OutputFormat::kText;
     std::optional<std::string> language;   // --lang
     std::vector<std::string> files;

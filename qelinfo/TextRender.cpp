@@ -1,7 +1,12 @@
 #include "TextRender.h"
 
+#include "TagSourceError.h"
+
 #include <algorithm>
+#include <clocale>
 #include <cstdio>
+#include <locale.h>
+#include <wchar.h>
 
 namespace qelinfo {
 
@@ -10,12 +15,47 @@ namespace {
 constexpr const char* kIndent = "  ";
 constexpr size_t kMaxTitleWidth = 32;
 
-// Characters on the terminal, counting each UTF-8 sequence once.
+// wcwidth answers by the LC_CTYPE locale, and a C locale knows no wide
+// characters: the widths of a UTF-8 locale are used whatever the environment
+// sets. Made once; null when the system has none.
+locale_t WidthLocale()
+{
+    static const locale_t locale = [] {
+        for (const char* name : {"C.UTF-8", "C.utf8", "en_US.UTF-8"})
+            if (locale_t made = newlocale(LC_CTYPE_MASK, name, static_cast<locale_t>(nullptr)))
+                return made;
+        return static_cast<locale_t>(nullptr);
+    }();
+    return locale;
+}
+
+// Columns on the terminal: a CJK character takes two, a combining mark none.
 size_t DisplayWidth(const std::string& text)
 {
-    return static_cast<size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-    }));
+    if (std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
+        return text.size();
+    const locale_t utf8 = WidthLocale();
+    const locale_t previous = utf8 ? uselocale(utf8) : nullptr;
+    size_t width = 0;
+    for (size_t i = 0; i < text.size();) {
+        const size_t length = std::max<size_t>(qel::UTF8SequenceLength(text, i), 1);
+        auto c = static_cast<wchar_t>(static_cast<unsigned char>(text[i]) & (0xFF >> (length == 1 ? 0 : length + 1)));
+        for (size_t k = 1; k < length; ++k)
+            c = static_cast<wchar_t>((c << 6) | (static_cast<unsigned char>(text[i + k]) & 0x3F));
+        const int columns = wcwidth(c);
+        width += columns < 0 ? 1 : static_cast<size_t>(columns);
+        i += length;
+    }
+    if (utf8)
+        uselocale(previous);
+    return width;
+}
+
+// Texts from a file (a comment, a model name) may hold control characters
+// that a terminal would obey; they are shown, not obeyed.
+std::string Shown(const std::string& text)
+{
+    return qel::PrintableText(text);
 }
 
 std::string Padded(const std::string& text, size_t width)
@@ -51,8 +91,8 @@ Row SplitLine(const ItemText* item, const std::string& line)
 {
     if (item && item->title && item->value && !item->value->empty() &&
         line == *item->title + " " + *item->value)
-        return {*item->title, *item->value};
-    return {line, std::string()};
+        return {Shown(*item->title), Shown(*item->value)};
+    return {Shown(line), std::string()};
 }
 
 // Blank values (a flash that did not fire shows " ") leave no trailing blanks.
@@ -105,17 +145,17 @@ void WriteAllItems(std::ostream& out, const FileInfo& info)
     out << '\n' << kIndent << "All items:\n";
     std::vector<Row> rows;
     for (const ItemText& item : info.items)
-        rows.push_back({Padded(HexID(item.id), 9) + item.title.value_or(""),
-                        item.value.value_or("")});
+        rows.push_back({Padded(HexID(item.id), 9) + Shown(item.title.value_or("")),
+                        Shown(item.value.value_or(""))});
     WriteRows(out, rows, "    ");
 
     out << '\n' << kIndent << "Value lists (current in brackets):\n";
     for (const ValueList& list : info.lists) {
         const ItemText* item = FindItem(info, list.id);
-        std::string name = item && item->title ? *item->title : HexID(list.id);
+        std::string name = item && item->title ? Shown(*item->title) : HexID(list.id);
         out << "    " << name << ":";
         for (size_t i = 0; i < list.entries.size(); ++i) {
-            std::string text = list.entries[i].text.value_or("");
+            std::string text = Shown(list.entries[i].text.value_or(""));
             bool current = list.current >= 0 && static_cast<size_t>(list.current) == i;
             // Entries may hold commas themselves ("Black and White, Red Filter").
             out << (i == 0 ? " " : " | ") << (current ? "[" + text + "]" : text);
@@ -128,7 +168,7 @@ void WriteAllItems(std::ostream& out, const FileInfo& info)
 
 void WriteText(std::ostream& out, const std::string& file, const FileInfo& info, bool allItems)
 {
-    out << file << '\n';
+    out << Shown(file) << '\n';
     WriteGrid(out, info);
     if (allItems)
         WriteAllItems(out, info);

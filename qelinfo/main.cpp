@@ -3,7 +3,9 @@
 // browsing a folder does, so value-list positions carry over from file to
 // file) and shows what the library makes of it.
 #include "FileInfo.h"
+#include "Inputs.h"
 #include "JsonRender.h"
+#include "Languages.h"
 #include "Options.h"
 #include "TextRender.h"
 
@@ -11,7 +13,9 @@
 #include "OpenTagSource.h"
 #include "TagSourceError.h"
 
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <iostream>
 #include <memory>
 
@@ -28,15 +32,134 @@ constexpr int kExitUsage = 2;
 struct ImgInfoDestroyer {
     void operator()(IQelImgInfo* info) const { info->Destroy(); }
 };
+using ImgInfo = std::unique_ptr<IQelImgInfo, ImgInfoDestroyer>;
 
-void ReportFailure(const qelinfo::Options& options, const std::string& file,
-                   const std::string& reason)
+// kExitOK once everything written so far has reached stdout; a full disk or
+// a closed pipe is said on stderr.
+int Flushed()
 {
-    // A name with a line break or undecodable bytes must not break the
-    // one line per failed file.
-    std::cerr << "qelinfo: " << qel::PrintableText(file) << ": " << reason << std::endl;
-    if (options.format == qelinfo::OutputFormat::kJson)
-        std::cout << qelinfo::JsonErrorLine(file, reason) << std::endl;
+    errno = 0;
+    if (std::cout.flush())
+        return kExitOK;
+    const int reason = errno;
+    std::cerr << "qelinfo: cannot write the output"
+              << (reason ? std::string(": ") + std::strerror(reason) : std::string()) << std::endl;
+    return kExitFileFailed;
+}
+
+// Reads the files one by one and shows each as it is read.
+class Host {
+public:
+    explicit Host(const qelinfo::Options& options) : m_options(options) {}
+
+    bool Start()
+    {
+        m_info.reset(IQelImgInfo::CreateImageInfo());
+        if (!m_info)
+            std::cerr << "qelinfo: the image-information library could not be started" << std::endl;
+        return m_info != nullptr;
+    }
+
+    // A FILE argument: a file, "-", or with --recursive a folder.
+    void Argument(const std::string& argument)
+    {
+        if (!m_options.recursive || argument == qelinfo::kStandardInput || !qelinfo::IsDirectory(argument)) {
+            Show(argument);
+            return;
+        }
+        std::vector<std::string> files;
+        try {
+            files = qelinfo::FilesUnder(argument);
+        } catch (const qel::TagSourceError& error) {
+            Fail(argument, error.what());
+            return;
+        }
+        for (const std::string& file : files)
+            if (!WriteFailed())
+                Show(file);
+    }
+
+    bool WriteFailed() const { return m_writeFailed; }
+
+    int Finish()
+    {
+        if (!m_writeFailed)
+            CheckOutput();
+        return m_writeFailed ? kExitFileFailed : m_status;
+    }
+
+private:
+    void Show(const std::string& file)
+    {
+        qelinfo::FileInfo fileInfo;
+        try {
+            std::unique_ptr<IVandelTagControl> tags =
+                file == qelinfo::kStandardInput ? qel::OpenTagSourceFromContent(qelinfo::ReadStandardInput())
+                                                : qel::OpenTagSource(file);
+            if (m_options.eachFileFresh && !m_firstFile && !Start())
+                throw qel::TagSourceError("no image-information object");
+            fileInfo = qelinfo::ReadFileInfo(*m_info, *tags);
+        } catch (const qel::TagSourceError& error) {
+            Fail(file, error.what());
+            return;
+        }
+        m_firstFile = false;
+        if (m_options.format == qelinfo::OutputFormat::kJson) {
+            std::cout << qelinfo::JsonLine(file, fileInfo) << '\n';
+        } else {
+            if (!m_firstBlock)
+                std::cout << '\n';
+            qelinfo::WriteText(std::cout, file, fileInfo, m_options.allItems);
+        }
+        m_firstBlock = false;
+        CheckOutput();
+    }
+
+    void Fail(const std::string& file, const std::string& reason)
+    {
+        // A name with a line break or undecodable bytes must not break the
+        // one line per failed file.
+        std::cerr << "qelinfo: " << qel::PrintableText(file) << ": " << reason << std::endl;
+        if (m_options.format == qelinfo::OutputFormat::kJson) {
+            std::cout << qelinfo::JsonErrorLine(file, reason) << '\n';
+            CheckOutput();
+        }
+        m_status = kExitFileFailed;
+    }
+
+    // Each file's output reaches the reader before the next file is read;
+    // a full disk or a closed pipe ends the run.
+    void CheckOutput() { m_writeFailed = Flushed() != kExitOK; }
+
+    const qelinfo::Options& m_options;
+    ImgInfo m_info;
+    int m_status = kExitOK;
+    bool m_firstBlock = true;
+    bool m_firstFile = true;
+    bool m_writeFailed = false;
+};
+
+// --lang for a language the library has no texts in: the library quietly
+// shows another, so say which.
+void WarnIfLanguageMissing(const std::string& language)
+{
+    const auto bundle = qelinfo::FindBundleLanguages();
+    if (!bundle || qelinfo::ServingLanguage(*bundle, language))
+        return;
+    std::cerr << "qelinfo: warning: no texts in '" << qel::PrintableText(language) << "'; showing '"
+              << qelinfo::FallbackLanguage(*bundle) << "'" << std::endl;
+}
+
+int ListLanguages()
+{
+    const auto bundle = qelinfo::FindBundleLanguages();
+    if (!bundle) {
+        std::cerr << "qelinfo: the library's texts were not found" << std::endl;
+        return kExitFileFailed;
+    }
+    for (const std::string& language : bundle->languages)
+        std::cout << language << '\n';
+    return Flushed();
 }
 
 }  // namespace
@@ -52,44 +175,26 @@ int main(int argc, char** argv)
     const qelinfo::Options& options = parsed.options;
     if (options.showHelp) {
         std::cout << qelinfo::UsageText();
-        return kExitOK;
+        return Flushed();
     }
     if (options.showVersion) {
         std::cout << "qelinfo " << QELINFO_VERSION << '\n';
-        return kExitOK;
+        return Flushed();
     }
+    if (options.listLanguages)
+        return ListLanguages();
     // The library resolves its language at its first lookup, which comes
     // after this; LANGUAGE is the first thing it consults.
-    if (options.language)
+    if (options.language) {
         setenv("LANGUAGE", options.language->c_str(), 1);
+        WarnIfLanguageMissing(*options.language);
+    }
 
-    std::unique_ptr<IQelImgInfo, ImgInfoDestroyer> info(IQelImgInfo::CreateImageInfo());
-    if (!info) {
-        std::cerr << "qelinfo: the image-information library could not be started" << std::endl;
+    Host host(options);
+    if (!host.Start())
         return kExitFileFailed;
-    }
-
-    int status = kExitOK;
-    bool firstBlock = true;
-    for (const std::string& file : options.files) {
-        qelinfo::FileInfo fileInfo;
-        try {
-            std::unique_ptr<IVandelTagControl> tags = qel::OpenTagSource(file);
-            fileInfo = qelinfo::ReadFileInfo(*info, *tags);
-        } catch (const qel::TagSourceError& error) {
-            ReportFailure(options, file, error.what());
-            status = kExitFileFailed;
-            continue;
-        }
-        if (options.format == qelinfo::OutputFormat::kJson) {
-            std::cout << qelinfo::JsonLine(file, fileInfo) << std::endl;
-        } else {
-            if (!firstBlock)
-                std::cout << '\n';
-            qelinfo::WriteText(std::cout, file, fileInfo, options.allItems);
-            std::cout.flush();
-        }
-        firstBlock = false;
-    }
-    return status;
+    for (const std::string& file : options.files)
+        if (!host.WriteFailed())
+            host.Argument(file);
+    return host.Finish();
 }

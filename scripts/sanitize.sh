@@ -4,11 +4,14 @@
 #  1. built with clang, AddressSanitizer, UndefinedBehaviorSanitizer (with
 #     the float-cast-overflow and integer checks) and LeakSanitizer in
 #     build-asan: every report fails the test that caused it;
-#  2. built normally in build-robust and every test program (*_tests, with
+#  2. built with clang and ThreadSanitizer in build-tsan: the whole suite,
+#     the threaded test among it (one object per worker thread), stops at
+#     the first data race;
+#  3. built normally in build-robust and every test program (*_tests, with
 #     the qelinfo runs they start) run once under valgrind memcheck: any
 #     error or definitely lost byte fails the run.
 #
-#   scripts/sanitize.sh [asan|valgrind]     (both by default)
+#   scripts/sanitize.sh [asan|tsan|valgrind]     (all three by default)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -25,6 +28,18 @@ if [ "$what" = all ] || [ "$what" = asan ]; then
   ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=1:check_initialization_order=1:strict_init_order=1:detect_stack_use_after_return=1} \
   UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1:halt_on_error=1} \
     ctest --test-dir build-asan --output-on-failure -j"$jobs"
+fi
+
+if [ "$what" = all ] || [ "$what" = tsan ]; then
+  # The install test builds a consumer of its own, without these flags.
+  tsan="-fsanitize=thread -fno-omit-frame-pointer"
+  CC=clang CXX=clang++ cmake -S . -B build-tsan -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+    -DQEL_SANITIZE=OFF -DCMAKE_C_FLAGS="$tsan" -DCMAKE_CXX_FLAGS="$tsan" \
+    -DCMAKE_EXE_LINKER_FLAGS=-fsanitize=thread -DCMAKE_SHARED_LINKER_FLAGS=-fsanitize=thread \
+    >/dev/null
+  cmake --build build-tsan -j"$jobs"
+  TSAN_OPTIONS=${TSAN_OPTIONS:-halt_on_error=1:second_deadlock_stack=1} \
+    ctest --test-dir build-tsan --output-on-failure -j"$jobs" -E '^install_and_consume$'
 fi
 
 if [ "$what" = all ] || [ "$what" = valgrind ]; then

@@ -37,6 +37,18 @@ using qelcf::StringTable;
 constexpr char kDefaultTable[] = "Localizable";
 constexpr char kFrameworkSuffix[] = ".framework";
 
+// Folders whose names are not the POSIX locale that should reach them.
+struct FolderAlias {
+    const char* locale;
+    const char* folder;
+};
+constexpr FolderAlias kFolderAliases[] = {
+    {"zh", "zh-Hans"},    {"zh_CN", "zh-Hans"}, {"zh_SG", "zh-Hans"},
+    {"zh_TW", "zh-Hant"}, {"zh_HK", "zh-Hant"}, {"zh_MO", "zh-Hant"},
+    {"pt", "pt-BR"},  // Brazilian is the only Portuguese table
+    {"no", "nb"},     {"nn", "nb"},  // Norwegian readers take Bokmål before English
+};
+
 // The locale variables, in the order they are consulted.
 constexpr std::array<const char*, 4> kLocaleVariables = {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
 
@@ -286,18 +298,27 @@ std::vector<std::string> LanguageCandidates(const char* language, const char* lc
                                             const char* lcMessages, const char* lang)
 {
     std::vector<std::string> candidates;
+    auto add = [&](const std::string& candidate) {
+        if (std::find(candidates.begin(), candidates.end(), candidate) == candidates.end())
+            candidates.push_back(candidate);
+    };
     auto addLocale = [&](std::string name) {
         name = name.substr(0, name.find_first_of(".@"));
         if (name.empty() || name == "C" || name == "POSIX")
             return;
-        auto add = [&](const std::string& candidate) {
-            if (std::find(candidates.begin(), candidates.end(), candidate) == candidates.end())
-                candidates.push_back(candidate);
-        };
-        add(name);
-        const size_t region = name.find_first_of("_-");
-        if (region != std::string::npos && region > 0)
-            add(name.substr(0, region));
+        // From the whole name down to the bare language: "zh_Hant_TW", "zh_Hant", "zh".
+        for (size_t end = name.size(); end != std::string::npos && end > 0;
+             end = name.find_last_of("_-", end - 1)) {
+            const std::string prefix = name.substr(0, end);
+            std::string dashed = prefix, underscored = prefix;
+            std::replace(dashed.begin(), dashed.end(), '_', '-');
+            std::replace(underscored.begin(), underscored.end(), '-', '_');
+            add(prefix);
+            add(dashed);
+            for (const FolderAlias& alias : kFolderAliases)
+                if (underscored == alias.locale)
+                    add(alias.folder);
+        }
     };
     if (language != nullptr) {
         std::string list = language;

@@ -31,8 +31,10 @@ std::string FindBundleDirectory(const std::vector<std::string>& directories,
 
 // Languages to try, best first, from the environment's values (any may be
 // null): every entry of LANGUAGE's colon list, then the messages locale
-// (LC_ALL, else LC_MESSAGES, else LANG). "ja_JP.UTF-8" gives "ja_JP" then
-// "ja"; "C" and "POSIX" give nothing.
+// (LC_ALL, else LC_MESSAGES, else LANG). Each name is tried as written, with
+// dashes, and under the folder that serves it, longest first: "zh_TW.UTF-8"
+// gives "zh_TW", "zh-TW", "zh-Hant", "zh", "zh-Hans"; "C" and "POSIX" give
+// nothing.
 std::vector<std::string> LanguageCandidates(const char* language, const char* lcAll,
                                             const char* lcMessages, const char* lang);
 

@@ -12,11 +12,12 @@
 
 namespace {
 
-std::string Apply(const char* format, const std::vector<qel::FormatArgument>& arguments)
+std::string Apply(const char* format, const std::vector<qel::FormatArgument>& arguments,
+                  UniChar decimalSeparator = '.')
 {
     CFMutableStringRef out = CFStringCreateMutable(nullptr, 0);
     CFStringRef formatString = CFStringCreateWithCString(nullptr, format, kCFStringEncodingUTF8);
-    qel::AppendFormatted(out, formatString, arguments.data(), arguments.size());
+    qel::AppendFormatted(out, formatString, arguments.data(), arguments.size(), decimalSeparator);
     CQelString text(out);
     CFRelease(formatString);
     CFRelease(out);
@@ -63,3 +64,13 @@ TEST(FormatArguments, AppliesLocalizedFormatsToTypedArguments)
 }
 
 }  // namespace
+
+// A decimal comma reaches the numbers only: doubles, and C strings (numbers
+// the library printed); the translation's own text and CF strings keep theirs.
+TEST(FormatArguments, TheDecimalSeparatorReachesNumbersOnly)
+{
+    const CFStringRef name = CFSTR("v1.2");
+    EXPECT_EQ(Apply("Sync. %+.1f / %s / %@ / %d / %4$s", {-0.66, "1/3.3", name, 1.5}, ','),
+              "Sync. -0,7 / 1/3,3 / v1.2 / 1,500000 / 1,500000");
+    EXPECT_EQ(Apply("%3$d°%4$02d'%5$05.2f\"", kPosition, ','), "35°39'29,16\"");
+}

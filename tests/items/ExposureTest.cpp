@@ -70,16 +70,6 @@ TEST(ValueStepTest, NumberAndText)
     }
 }
 
-TEST(ValueStepText, OneSharedBufferForAllObjects)
-{
-    const IVandelTagControl::tagStrValueStep third{1, 1, 3}, half{-1, 1, 2};
-    TestImgInfo one, other;
-    const char* first = one.ValueStepToString(&third);
-    EXPECT_EQ(other.ValueStepToString(&half), first);
-    EXPECT_STREQ(first, "-0.5");
-    EXPECT_STREQ(one.ValueStepToString(nullptr), "0");
-}
-
 // Both items: the signed steps in the item's unit, or the title alone.
 TEST(ExposureOffsetItems, ValueOrTitleOnly)
 {

@@ -66,16 +66,19 @@ TEST(Language, CandidatesFromTheEnvironment)
     };
     const Case cases[] = {
         {nullptr, nullptr, nullptr, nullptr, {}},
-        {"fr:de", nullptr, nullptr, "ja_JP.UTF-8", {"fr", "de", "ja_JP", "ja"}},
-        {"pt_BR:pt", nullptr, nullptr, nullptr, {"pt_BR", "pt"}},
-        {"", nullptr, nullptr, "ja_JP.UTF-8", {"ja_JP", "ja"}},
-        {nullptr, "de_CH.UTF-8@euro", "fr_FR", "ja_JP", {"de_CH", "de"}},
-        {nullptr, nullptr, "fr_FR", "ja_JP", {"fr_FR", "fr"}},
-        {nullptr, "", "", "it_IT", {"it_IT", "it"}},
+        {"fr:de", nullptr, nullptr, "ja_JP.UTF-8", {"fr", "de", "ja_JP", "ja-JP", "ja"}},
+        {"pt_BR:pt", nullptr, nullptr, nullptr, {"pt_BR", "pt-BR", "pt"}},
+        {"", nullptr, nullptr, "ja_JP.UTF-8", {"ja_JP", "ja-JP", "ja"}},
+        {nullptr, "de_CH.UTF-8@euro", "fr_FR", "ja_JP", {"de_CH", "de-CH", "de"}},
+        {nullptr, nullptr, "fr_FR", "ja_JP", {"fr_FR", "fr-FR", "fr"}},
+        {nullptr, "", "", "it", {"it"}},
         {"en", "C", nullptr, "ja_JP", {"en"}},
         {nullptr, "C.UTF-8", nullptr, "ja", {}},
         {"POSIX::es", nullptr, nullptr, nullptr, {"es"}},
         {"zh-Hans", nullptr, nullptr, nullptr, {"zh-Hans", "zh"}},
+        {"zh_Hant_TW", nullptr, nullptr, nullptr,
+         {"zh_Hant_TW", "zh-Hant-TW", "zh_Hant", "zh-Hant", "zh", "zh-Hans"}},
+        {nullptr, nullptr, nullptr, "zh_TW", {"zh_TW", "zh-TW", "zh-Hant", "zh", "zh-Hans"}},
     };
     for (const Case& c : cases)
         EXPECT_EQ(qelcf::LanguageCandidates(c.language, c.lcAll, c.lcMessages, c.lang), c.expected)
@@ -155,6 +158,39 @@ TEST_F(BundleTest, ChoosesTheFirstInstalledLanguage)
             EXPECT_EQ(Lookup(CFSTR("IDS_WB")), c.text) << c.chosen;
         }
     }
+}
+
+// POSIX locale names reach the folders named as the tables are, whatever
+// other tables are installed.
+TEST(Language, LocaleNamesReachTheShippedFolders)
+{
+    TempTree tree;
+    const std::string framework = "Test.framework";
+    tree.Write(framework + "/Resources/Info.plist", InfoPlist("org.example.Test", "en"));
+    for (const char* folder : {"en", "de", "ja", "zh-Hans", "zh-Hant", "pt-BR", "nb"})
+        tree.Write(framework + "/Resources/" + folder + ".lproj/Localizable.strings", "\"K\" = \"v\";\n");
+    CFBundleRef bundle = qelcf::CreateBundleAtPath(tree.Root() + "/" + framework);
+    LocaleEnvironment environment;
+    const struct {
+        const char* language;
+        const char* lang;
+        const char* chosen;
+    } cases[] = {
+        {nullptr, "zh_CN.UTF-8", "zh-Hans"}, {nullptr, "zh_SG", "zh-Hans"},
+        {nullptr, "zh_TW.UTF-8", "zh-Hant"}, {nullptr, "zh_HK", "zh-Hant"},
+        {nullptr, "pt_BR.UTF-8", "pt-BR"},   {nullptr, "pt_PT", "pt-BR"},
+        {"pt", nullptr, "pt-BR"},            {nullptr, "nb_NO.UTF-8", "nb"},
+        {"no", nullptr, "nb"},               {nullptr, "de_AT.UTF-8", "de"},
+        {nullptr, "de_CH", "de"},            {"sr:de", "ja_JP", "de"},
+        {"sr", "ja_JP.UTF-8", "ja"},         {"sr", nullptr, "en"},
+        {nullptr, "C", "en"},                {nullptr, "POSIX", "en"},
+    };
+    for (const auto& c : cases) {
+        environment.SetAll(c.language, nullptr, nullptr, c.lang);
+        EXPECT_EQ(qelcf::ChosenLanguage(bundle), c.chosen)
+            << (c.language ? c.language : "-") << " " << (c.lang ? c.lang : "-");
+    }
+    CFRelease(bundle);
 }
 
 // Every kind of change to the environment is seen by the next lookup, the

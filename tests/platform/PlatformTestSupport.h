@@ -3,6 +3,8 @@
 #ifndef QEL_TESTS_PLATFORM_SUPPORT_H
 #define QEL_TESTS_PLATFORM_SUPPORT_H
 
+#include "Utf8.h"
+
 #include <CoreFoundation/CoreFoundation.h>
 
 #include <cstdlib>
@@ -28,20 +30,6 @@ public:
 private:
     Ref ref_;
 };
-
-// The string's text as UTF-8, or "<null>".
-inline std::string Utf8(CFStringRef string)
-{
-    if (string == nullptr)
-        return "<null>";
-    std::string text(static_cast<size_t>(CFStringGetMaximumSizeForEncoding(
-                         CFStringGetLength(string), kCFStringEncodingUTF8)) + 1,
-                     '\0');
-    if (!CFStringGetCString(string, &text[0], static_cast<CFIndex>(text.size()), kCFStringEncodingUTF8))
-        return "<unencodable>";
-    text.resize(std::char_traits<char>::length(text.c_str()));
-    return text;
-}
 
 inline CFStringRef MakeString(const char* utf8)
 {

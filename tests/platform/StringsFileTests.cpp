@@ -18,13 +18,6 @@ struct ParseCase {
     size_t size;
 };
 
-std::string Utf8Of(const std::u16string& units)
-{
-    Owned<CFStringRef> text(CFStringCreateWithCharacters(
-        nullptr, reinterpret_cast<const UniChar*>(units.data()), static_cast<CFIndex>(units.size())));
-    return Utf8(text);
-}
-
 TEST(StringsFile, ParsesEntriesCommentsAndEscapes)
 {
     const ParseCase cases[] = {
@@ -51,7 +44,7 @@ TEST(StringsFile, ParsesEntriesCommentsAndEscapes)
         EXPECT_TRUE(qelcf::ParseStringsFile(c.bytes, table, error)) << c.name << ": " << error.message;
         EXPECT_EQ(table.Size(), c.size) << c.name;
         for (const auto& [key, value] : c.expected)
-            EXPECT_EQ(Utf8(table.Find(key)), Utf8Of(value)) << c.name;
+            EXPECT_EQ(Utf8(table.Find(key)), Utf8(value)) << c.name;
     }
 }
 

@@ -9,7 +9,11 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <cwchar>
+#include <filesystem>
 #include <iterator>
+#include <locale.h>
+#include <optional>
 #include <set>
 #include <sstream>
 
@@ -150,36 +154,47 @@ TEST(ValueLists, PositionsCarryOverFromFileToFileInOneRun)
         EXPECT_EQ(objects[i]["lists"][1]["count"], steps[i].sharpeningCount) << "file " << i;
     }
 
-    // Read alone, the last file keeps nothing from the others.
-    auto alone = RunQelinfo({"--format", "json", arguments.back()});
-    ASSERT_EQ(alone.status, 0);
-    EXPECT_EQ(CurrentIndexes(alone.Objects().at(0)), (std::vector<int>{2, -1, -1, 5, 8, -1}));
+    // Read alone, or with a fresh object per file, the last file keeps
+    // nothing from the others.
+    const std::vector<int> alone = {2, -1, -1, 5, 8, -1};
+    EXPECT_EQ(CurrentIndexes(RunQelinfo({"--format", "json", arguments.back()}).Objects().at(0)), alone);
+    arguments.insert(arguments.begin(), "--each-file-fresh");
+    EXPECT_EQ(CurrentIndexes(RunQelinfo(arguments).Objects().at(2)), alone);
 }
 
 struct CommandCase {
     const char* name;
     std::vector<std::string> arguments;
     int status;
-    const char* stdoutMention;  // nullptr: stdout stays empty
+    const char* stdoutMention;            // nullptr: stdout stays empty
+    const char* stderrMention = nullptr;  // nullptr: not looked at; "": stays empty
+    qelinfo_test::Streams streams = {};
 };
 
 class CommandLine : public ::testing::TestWithParam<CommandCase> {};
 
 TEST_P(CommandLine, AnswersWithItsExitStatus)
 {
-    auto run = RunQelinfo(GetParam().arguments);
-    EXPECT_EQ(run.status, GetParam().status) << run.err;
-    if (GetParam().stdoutMention) {
-        EXPECT_NE(run.out.find(GetParam().stdoutMention), std::string::npos) << run.out;
+    const CommandCase& c = GetParam();
+    auto run = RunQelinfo(c.arguments, {}, c.streams);
+    EXPECT_EQ(run.status, c.status) << run.err;
+    if (c.stdoutMention) {
+        EXPECT_NE(run.out.find(c.stdoutMention), std::string::npos) << run.out;
     } else {
         EXPECT_EQ(run.out, "");
     }
-    if (GetParam().status == 2) {
+    if (c.status == 2) {
         EXPECT_FALSE(run.err.empty());
+    }
+    if (c.stderrMention && *c.stderrMention) {
+        EXPECT_NE(run.err.find(c.stderrMention), std::string::npos) << run.err;
+    } else if (c.stderrMention) {
+        EXPECT_EQ(run.err, "");
     }
 }
 
 const std::string kCompact = kSamples + "/merivax-e7310.json";
+const qelinfo_test::Streams kFullDisk{"/dev/null", "/dev/full"};
 
 INSTANTIATE_TEST_SUITE_P(
     Arguments, CommandLine,
@@ -191,7 +206,13 @@ INSTANTIATE_TEST_SUITE_P(
                       CommandCase{"Help", {"--help"}, 0, "Usage"},
                       CommandCase{"Version", {"--version"}, 0, "qelinfo "},
                       CommandCase{"LangAndFormatJoined", {"--lang=en", "--format=json", kCompact}, 0, "\"lists\""},
-                      CommandCase{"DashesEndOptions", {"--", "--all"}, 1, nullptr}),
+                      CommandCase{"DashesEndOptions", {"--", "--all"}, 1, nullptr},
+                      CommandCase{"FullDiskIsAnError", {kCompact}, 1, nullptr, "cannot write", kFullDisk},
+                      CommandCase{"FullDiskInJson", {"--format", "json", kCompact}, 1, nullptr, "cannot write", kFullDisk},
+                      CommandCase{"UnknownLanguageNamesTheOneShown", {"--lang", "xx", kCompact}, 0, "Merivax", "showing 'en'"},
+                      CommandCase{"RegionOfAKnownLanguage", {"--lang", "de_AT.UTF-8", kCompact}, 0, "Merivax", ""},
+                      CommandCase{"ListLanguages", {"--list-languages"}, 0, "\nja\n", ""},
+                      CommandCase{"FolderWithoutRecursive", {kSamples}, 1, nullptr, "is a directory"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 std::string Collapsed(const std::string& line)
@@ -237,6 +258,15 @@ TEST(TextRendering, ShowsEveryNonEmptyCellColumnByColumn)
     }
 }
 
+// An item's value; "<absent>" for an item the file does not have.
+json ItemValue(const json& object, uint32_t id)
+{
+    for (const json& item : object["items"])
+        if (item["id"] == id)
+            return item["value"];
+    return "<absent>";
+}
+
 // Images written by exiv2: where each Exif tag ends up once the library has
 // read it.
 TEST(Images, StandardTagsAndGPSReachTheSLRGrid)
@@ -267,10 +297,8 @@ TEST(Images, StandardTagsAndGPSReachTheSLRGrid)
     ExpectContract(object, 10, 8);
 
     auto value = [&](uint32_t id) {
-        for (const json& item : object["items"])
-            if (item["id"] == id)
-                return item["value"].is_string() ? item["value"].get<std::string>() : std::string("<null>");
-        return std::string("<absent>");
+        const json text = ItemValue(object, id);
+        return text.is_string() ? text.get<std::string>() : text.dump();
     };
     const std::pair<uint32_t, const char*> shown[] = {{0x30002, "53"}, {0x30004, "9"}, {0x30006, "12"},
                                                       {0x30007, "41"}, {0x30011, "270"}, {0x80002, "400"},
@@ -343,6 +371,133 @@ TEST(JsonLineForm, IsTheLibrarysOwnRendering)
             EXPECT_EQ(object.dump(-1, ' ', false, nlohmann::detail::error_handler_t::replace), line) << language;
         }
     }
+}
+
+// Display width of UTF-8 text as a UTF-8 terminal shows it.
+size_t Columns(const std::string& text)
+{
+    static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
+    const locale_t previous = uselocale(utf8);
+    std::mbstate_t state{};
+    size_t columns = 0;
+    wchar_t c = 0;
+    for (size_t i = 0, n = 0; i < text.size(); i += n) {
+        n = std::mbrtowc(&c, text.data() + i, text.size() - i, &state);
+        columns += static_cast<size_t>(std::max(wcwidth(c), 0));
+    }
+    uselocale(previous);
+    return columns;
+}
+
+// "  <title><blanks><value>": the column where the value starts.
+std::optional<size_t> ValueColumn(const std::string& line, const std::string& title, const std::string& value)
+{
+    const std::string head = "  " + title + " ";
+    if (value.empty() || line.size() < head.size() + value.size() || line.compare(0, head.size(), head) != 0 ||
+        line.compare(line.size() - value.size(), value.size(), value) != 0 ||
+        line.find_first_not_of(' ', head.size()) != line.size() - value.size())
+        return std::nullopt;
+    return Columns(line) - Columns(value);
+}
+
+TEST(TextRendering, ValuesLineUpByDisplayWidthInJapanese)
+{
+    const std::string path = kSamples + "/talvo-q77.json";
+    const json object = RunQelinfo({"--lang", "ja", "--format", "json", path}).Objects().at(0);
+    std::set<size_t> valueColumns;
+    size_t aligned = 0;
+    for (const std::string& line : RunQelinfo({"--lang", "ja", path}).OutLines()) {
+        if (line.empty()) {
+            EXPECT_LE(valueColumns.size(), 1u) << "one value column per grid column";
+            valueColumns.clear();
+        }
+        for (const json& item : object["items"])
+            if (item["title"].is_string() && item["value"].is_string())
+                if (auto column = ValueColumn(line, item["title"], item["value"]))
+                    valueColumns.insert(*column), ++aligned;
+    }
+    EXPECT_LE(valueColumns.size(), 1u);
+    EXPECT_GT(aligned, 20u);
+}
+
+TEST(TextRendering, ControlCharactersFromAFileAreShownNotObeyed)
+{
+    ScratchFolder folder;
+    const std::string path = folder.WriteJpeg(
+        "c1\xc2\x9b.jpg", {{"Exif.Image.Make", "Ascii", "TALVO CORPORATION"},
+                          {"Exif.Image.Model", "Ascii", "TALVO Q77"},
+                          {"Exif.Photo.UserComment", "Comment", "charset=Ascii a\x1b[31mb\x1b]0;t\x07\nc\x7f"}});
+    auto run = RunQelinfo({path});
+    ASSERT_EQ(run.status, 0) << run.err;
+    for (char c : run.out)
+        EXPECT_TRUE((static_cast<unsigned char>(c) >= 0x20 && c != 0x7F) || c == '\n') << int(c);
+    EXPECT_EQ(run.out.find("\xc2\x9b"), std::string::npos);
+    EXPECT_NE(run.out.find("c1\\xC2\\x9B.jpg\n"), std::string::npos);
+    EXPECT_NE(run.out.find("a\\x1B[31mb\\x1B]0;t\\x07\\x0Ac\\x7F\n"), std::string::npos) << run.out;
+}
+
+// What reaches the grid once the library has formatted what the image tag
+// source delivers.
+TEST(Images, ExactPositionSeaLevelSizeAndSensitivity)
+{
+    ScratchFolder folder;
+    const std::string path = folder.WriteJpeg(
+        "exact.jpg", {{"Exif.Image.Make", "Ascii", "TALVO CORPORATION   "},
+                      {"Exif.Image.Model", "Ascii", "TALVO Q77     "},
+                      {"Exif.Photo.PixelXDimension", "Long", "0"},
+                      {"Exif.Photo.PixelYDimension", "Long", "0"},
+                      {"Exif.Photo.ISOSpeedRatings", "Short", "65535"},
+                      {"Exif.Photo.SensitivityType", "Short", "2"},
+                      {"Exif.Photo.RecommendedExposureIndex", "Long", "12800"},
+                      {"Exif.Photo.FocalLength", "SRational", "-50/1"},
+                      {"Exif.Photo.UserComment", "Comment", "charset=Unicode Grüße"},
+                      {"Exif.GPSInfo.GPSLatitudeRef", "Ascii", "N"},
+                      {"Exif.GPSInfo.GPSLatitude", "Rational", "48/1 1234567/100000 0/1"},
+                      {"Exif.GPSInfo.GPSLongitudeRef", "Ascii", "E"},
+                      {"Exif.GPSInfo.GPSLongitude", "Rational", "10/1 59/1 59999/1000"},
+                      {"Exif.GPSInfo.GPSAltitudeRef", "Byte", "1"},
+                      {"Exif.GPSInfo.GPSAltitude", "Rational", "12/1"},
+                      {"Exif.GPSInfo.GPSTimeStamp", "Rational", "9/1 59/1 59999/1000"}});
+    const json object = RunQelinfo({"--format", "json", path}).Objects().at(0);
+    const std::pair<uint32_t, json> shown[] = {
+        {272, "Talvo Q77"}, {0x30002, "N 48°12'20.74\""}, {0x30004, "E 11°00'00.00\""}, {0x30006, "-12.0 m"},
+        {0x30007, "10:00:0.00"}, {0x10000, "8 x 8"}, {0x80002, "ISO 12800"}, {0x920A, nullptr}, {0x9286, "Grusse"}};
+    for (const auto& [id, value] : shown)
+        EXPECT_EQ(ItemValue(object, id), value) << std::hex << id;
+}
+
+TEST(Inputs, StandardInputReadsAsTheNamedFile)
+{
+    for (const char* sample : {"talvo-q77-harbour.jpg", "talvo-q77.json"}) {
+        const std::string path = kSamples + "/" + sample;
+        json named = RunQelinfo({"--format", "json", path}).Objects().at(0);
+        auto piped = RunQelinfo({"--format", "json", "-"}, {}, {path, ""});
+        ASSERT_EQ(piped.status, 0) << piped.err;
+        named["file"] = "-";
+        EXPECT_EQ(piped.Objects().at(0), named) << sample;
+    }
+}
+
+TEST(Inputs, FoldersAreWalkedInNameOrderKeepingImagesAndTagFiles)
+{
+    ScratchFolder folder;
+    const std::string tagFile = qelinfo_test::ReadAll(kSamples + "/merivax-e7310.json");
+    std::filesystem::create_directories(folder.Path() + "/b/c");
+    folder.Write("b/c/z.JSON", tagFile);
+    folder.WriteJpeg("b/a.jpg", {});
+    folder.Write("b/notes.txt", "not an image");
+    folder.Write("a.json", tagFile);
+    const std::string odd = folder.Write("name \xff\\.json", tagFile);
+
+    auto run = RunQelinfo({"--format", "json", "-r", folder.Path(), odd});
+    ASSERT_EQ(run.status, 0) << run.err;
+    std::vector<std::string> files;
+    for (const json& object : run.Objects())
+        files.push_back(object.contains("file_bytes") ? object["file_bytes"].get<std::string>()
+                                                      : object["file"].get<std::string>());
+    const std::string root = folder.Path() + "/";
+    EXPECT_EQ(files, (std::vector<std::string>{root + "a.json", root + "b/a.jpg", root + "b/c/z.JSON",
+                                               root + "name \\xFF\\x5C.json", root + "name \\xFF\\x5C.json"}));
 }
 
 }  // namespace

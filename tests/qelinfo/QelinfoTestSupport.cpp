@@ -106,7 +106,8 @@ std::vector<nlohmann::json> Run::Objects() const
     return objects;
 }
 
-Run RunQelinfo(const std::vector<std::string>& arguments, const std::vector<std::string>& environment)
+Run RunQelinfo(const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
+               const Streams& streams)
 {
     ScratchFolder outputs;
     std::string command = "env";
@@ -115,7 +116,8 @@ Run RunQelinfo(const std::vector<std::string>& arguments, const std::vector<std:
     command += " " + ShellQuoted(QELINFO_PATH);
     for (const std::string& argument : arguments)
         command += " " + ShellQuoted(argument);
-    command += " >" + outputs.Path() + "/out 2>" + outputs.Path() + "/err </dev/null";
+    command += " >" + ShellQuoted(streams.out.empty() ? outputs.Path() + "/out" : streams.out) + " 2>" +
+               outputs.Path() + "/err <" + ShellQuoted(streams.in);
 
     Run run;
     int result = std::system(command.c_str());

@@ -57,10 +57,16 @@ struct Run {
     std::vector<nlohmann::json> Objects() const;
 };
 
+// Where a run's standard input comes from and its output goes.
+struct Streams {
+    std::string in = "/dev/null";
+    std::string out;  // empty: captured in Run::out
+};
+
 // Runs the built qelinfo with `arguments`; `environment` entries
 // ("NAME=value") are set for the run only.
 Run RunQelinfo(const std::vector<std::string>& arguments,
-               const std::vector<std::string>& environment = {});
+               const std::vector<std::string>& environment = {}, const Streams& streams = {});
 
 // A tag file naming the maker's Make and the given model, plus `tags`
 // (JSON tag objects, comma-separated) and a file kind.

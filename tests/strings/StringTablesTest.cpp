@@ -1,5 +1,6 @@
 // The string tables against the code and against each other.
 #include "StringsFile.h"
+#include "../support/Utf8.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -19,6 +20,7 @@ namespace fs = std::filesystem;
 namespace {
 
 const fs::path kSource = QEL_SOURCE_DIR;
+constexpr unsigned kExposureComp = 0x9204;
 
 std::string ReadFile(const fs::path& path)
 {
@@ -26,32 +28,6 @@ std::string ReadFile(const fs::path& path)
     std::ostringstream bytes;
     bytes << in.rdbuf();
     return bytes.str();
-}
-
-std::string UTF8(const std::u16string& text)
-{
-    std::string out;
-    for (size_t i = 0; i < text.size(); ++i) {
-        char32_t c = text[i];
-        if (c >= 0xD800 && c < 0xDC00 && i + 1 < text.size())
-            c = 0x10000 + ((c - 0xD800) << 10) + (text[++i] - 0xDC00);
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else if (c < 0x800) {
-            out += static_cast<char>(0xC0 | c >> 6);
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            out += static_cast<char>(0xE0 | c >> 12);
-            out += static_cast<char>(0x80 | (c >> 6 & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | c >> 18);
-            out += static_cast<char>(0x80 | (c >> 12 & 0x3F));
-            out += static_cast<char>(0x80 | (c >> 6 & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    return out;
 }
 
 // Every key the library's sources load.
@@ -90,7 +66,7 @@ std::vector<Table> Tables()
             std::vector<UniChar> units(static_cast<size_t>(CFStringGetLength(text)));
             if (!units.empty())
                 CFStringGetCharacters(text, CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
-            table.texts[UTF8(key)] = UTF8(std::u16string(units.begin(), units.end()));
+            table.texts[Utf8(key)] = Utf8(std::u16string(units.begin(), units.end()));
         });
         tables.push_back(std::move(table));
     }
@@ -224,8 +200,45 @@ std::string Output(const std::string& command)
     return output;
 }
 
+// The folder of each language we ship and the decimal separator it writes.
+const std::map<std::string, std::string> kSeparators = {
+    {"en", "."}, {"ja", "."}, {"ko", "."}, {"zh-Hans", "."}, {"zh-Hant", "."},
+    {"de", ","}, {"fr", ","}, {"es", ","}, {"it", ","}, {"nl", ","}, {"pt-BR", ","},
+    {"sv", ","}, {"da", ","}, {"fi", ","}, {"nb", ","}, {"pl", ","}, {"cs", ","},
+    {"sk", ","}, {"ru", ","}, {"tr", ","},
+};
+
+TEST(StringTables, EachLanguageNamesItsDecimalSeparator)
+{
+    for (const Table& table : Tables()) {
+        auto named = table.texts.find("IDS_QEL_DECIMAL_SEPARATOR");
+        if (named == table.texts.end()) {
+            ADD_FAILURE() << table.language << " names no decimal separator";
+            continue;
+        }
+        // A folder named otherwise (pt_BR, zh_CN) is one no locale reaches.
+        auto expected = kSeparators.find(table.language);
+        if (expected != kSeparators.end())
+            EXPECT_EQ(named->second, expected->second) << table.language;
+        else
+            ADD_FAILURE() << table.language << ".lproj is not a language folder we know";
+    }
+}
+
+// Hosts that take 8-bit text receive the tables in MacRoman, Latin-1 or
+// Shift_JIS: narrow no-break spaces and Roman-numeral signs come out as '?'.
+TEST(StringTables, TextsKeepToCharactersEightBitHostsCarry)
+{
+    const char* lost[] = {"\u202F", "\u2160", "\u2161", "\u2162"};
+    for (const Table& table : Tables())
+        for (const auto& [key, text] : table.texts)
+            for (const char* character : lost)
+                EXPECT_TRUE(text.find(character) == std::string::npos) << table.language << " " << key;
+}
+
 // Each language shows every cell of the sample SLR, compact, movie and
-// scanner grids, and never a raw key.
+// scanner grids, and never a raw key; the SLR's exposure compensation shows
+// its number in the language's style.
 TEST(StringTables, EveryLanguageFillsTheSampleGrids)
 {
     const char* samples[] = {"talvo-q77.json", "merivax-e7310.json", "merivax-3710-movie.json",
@@ -236,6 +249,8 @@ TEST(StringTables, EveryLanguageFillsTheSampleGrids)
             command += " " + (kSource / "samples" / sample).string();
         std::istringstream lines(Output(command + " 2>&1"));
         int files = 0;
+        const std::string& separator = table.texts.count("IDS_QEL_DECIMAL_SEPARATOR")
+                                           ? table.texts.at("IDS_QEL_DECIMAL_SEPARATOR") : ".";
         for (std::string line; std::getline(lines, line);) {
             ++files;
             EXPECT_EQ(line.find("IDS_QEL_"), std::string::npos) << table.language << ": " << line;
@@ -245,6 +260,10 @@ TEST(StringTables, EveryLanguageFillsTheSampleGrids)
             for (const auto& item : file["items"])
                 if (item["line"].is_string())
                     lineOf[item["id"].get<unsigned>()] = item["line"].get<std::string>();
+            if (files == 1) {
+                EXPECT_NE(lineOf[kExposureComp].find("-0" + separator + "3"), std::string::npos)
+                    << table.language << ": " << lineOf[kExposureComp];
+            }
             for (const auto& row : file["grid"]["cells"])
                 for (const auto& cell : row) {
                     unsigned id = cell.get<unsigned>();
