@@ -16,7 +16,8 @@ namespace fs = std::filesystem;
 
 constexpr int kThumbnailSize = 112;
 constexpr int kLargeSize = 1600;
-constexpr int kPanelWidth = 400;
+// Room for the longest titles (Czech, German) beside their values.
+constexpr int kPanelWidth = 480;
 
 // The language's name in itself ("Deutsch", "日本語"), for the menu.
 std::string Autonym(const std::string& language)
@@ -30,9 +31,9 @@ std::string Autonym(const std::string& language)
         u_strToUTF8(utf8, sizeof utf8, &written, name, length, &status);
     if (U_FAILURE(status) || written == 0)
         return language;
-    std::string autonym(utf8, static_cast<size_t>(written));
-    // Names start lower case in some languages ("français"); a menu entry does not.
-    return Glib::ustring(autonym.substr(0, 1)).uppercase() + autonym.substr(1);
+    const Glib::ustring autonym(std::string(utf8, static_cast<size_t>(written)));
+    // Names start lower case in some languages ("čeština"); a menu entry does not.
+    return autonym.substr(0, 1).uppercase() + autonym.substr(1);
 }
 
 bool Viewable(const fs::path& path)
