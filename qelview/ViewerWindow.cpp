@@ -115,6 +115,19 @@ ViewerWindow::ViewerWindow(const qelinfo::BundleLanguages& languages, const std:
     paned_.set_shrink_end_child(false);
     paned_.set_vexpand(true);
 
+    SetUpStrip();
+    selection_->property_selected_item().signal_changed().connect(sigc::mem_fun(*this, &ViewerWindow::OnSelected));
+
+    layout_.append(paned_);
+    layout_.append(*Gtk::make_managed<Gtk::Separator>());
+    layout_.append(stripScroller_);
+    set_child(layout_);
+}
+
+// The thumbnail strip: only the items on screen have widgets, and only they
+// ask for thumbnails; an item scrolled away withdraws its request.
+void ViewerWindow::SetUpStrip()
+{
     auto factory = Gtk::SignalListItemFactory::create();
     factory->signal_setup().connect([](const Glib::RefPtr<Gtk::ListItem>& item) {
         auto& box = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 4);
@@ -154,12 +167,6 @@ ViewerWindow::ViewerWindow(const qelinfo::BundleLanguages& languages, const std:
     strip_.set_orientation(Gtk::Orientation::HORIZONTAL);
     stripScroller_.set_policy(Gtk::PolicyType::AUTOMATIC, Gtk::PolicyType::NEVER);
     stripScroller_.set_child(strip_);
-    selection_->property_selected_item().signal_changed().connect(sigc::mem_fun(*this, &ViewerWindow::OnSelected));
-
-    layout_.append(paned_);
-    layout_.append(*Gtk::make_managed<Gtk::Separator>());
-    layout_.append(stripScroller_);
-    set_child(layout_);
 }
 
 void ViewerWindow::Open(const std::vector<std::string>& paths)

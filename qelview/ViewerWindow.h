@@ -43,6 +43,7 @@ public:
     const InfoPanel& Panel() const { return panel_; }
 
 private:
+    void SetUpStrip();
     void ChooseFolder();
     void OnSelected();
     void OnLanguage();
