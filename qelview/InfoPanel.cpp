@@ -194,7 +194,7 @@ void InfoPanel::ShowFile(const std::string& name, const qelinfo::FileInfo& info)
 void InfoPanel::ShowError(const std::string& name, const std::string& reason)
 {
     Gtk::Box& content = Replace(name);
-    content.append(MakeLabel("This file cannot be shown: " + reason + ".", false));
+    content.append(MakeLabel("This file cannot be read (" + reason + ").", false));
 }
 
 std::string InfoPanel::CellTexts() const
