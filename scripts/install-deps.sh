@@ -3,7 +3,8 @@
 set -euo pipefail
 packages=(build-essential cmake pkg-config clang valgrind
           libicu-dev libexiv2-dev exiv2 nlohmann-json3-dev
-          libgtest-dev libgmock-dev libbenchmark-dev libclang-rt-14-dev)
+          libgtest-dev libgmock-dev libbenchmark-dev libclang-rt-14-dev
+          libgtkmm-4.0-dev xvfb xauth fonts-ipafont-gothic)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
