@@ -110,9 +110,7 @@ TEST(EditHistory, EntriesKeepTheirPositions)
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         MemoryTagSource tags;
-        tags.Int32s(0x8009E, c.entries);
-        if (c.claimedSize)
-            tags.Size(0x8009E, *c.claimedSize);
+        tags.Int32s(0x8009E, c.entries, c.claimedSize);
         TestImgInfo info;
         info.GetEditHistory(&tags);
         for (UInt32 index = 0; index < 11; ++index) {

@@ -2,6 +2,7 @@
 // and the analog gains.
 #include "TestImgInfo.h"
 
+#include <array>
 #include <cmath>
 #include <functional>
 
@@ -12,7 +13,7 @@ const double kNaN = std::nan("");
 
 void Intensity(MemoryTagSource& tags, UInt32 id, double enabled, double intensity)
 {
-    const double record[7] = {enabled, 0, intensity};
+    const std::array<double, 7> record = {enabled, 0, intensity};
     tags.Record(id, kQelValueIntensity, record);
 }
 
@@ -31,8 +32,8 @@ TEST(ScannerItems, Values)
         UInt32 item;
         std::optional<std::string> value;
     } cases[] = {
-        {"film 0x8003", [](auto& t) { t.Int32(kScanFilmType, 0x8003); },
-         &CQelImgInfo::GetScanFilmType, kScanFilmType, L("IDS_QEL_SCAN_FILM_TYPE_KODACHROME")},
+        {"film 0x101", [](auto& t) { t.Int32(kScanFilmType, 0x101); },
+         &CQelImgInfo::GetScanFilmType, kScanFilmType, L("IDS_QEL_SCAN_FILM_TYPE_NEGA_MONO")},
         {"film 2", [](auto& t) { t.Int32(kScanFilmType, 2); }, &CQelImgInfo::GetScanFilmType,
          kScanFilmType, L("IDS_QEL_SCAN_FILM_TYPE_UNKNOWN")},
         {"enhance 2", [](auto& t) { t.Int32(kScanImageEnhance, 2); },
