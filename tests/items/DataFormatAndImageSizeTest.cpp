@@ -70,40 +70,4 @@ TEST(ImageSize, NamesAndNormalisesTheFrame)
     }
 }
 
-// The orientation is read once, and once more for a margin size; without it
-// the size is still shown, and every failed read is released.
-TEST(ImageSizeReads, OrientationIsReadAgainForAMarginSize)
-{
-    struct Case {
-        SInt32 deviceKind, fileKind, width, height;
-        int orientationReads;
-    } const cases[] = {
-        {2, 1030, 3040, 2014, 2}, {2, 1030, 3008, 2000, 1}, {2, 259, 4028, 1324, 1},
-    };
-    for (const Case& c : cases) {
-        MemoryTagSource tags;
-        tags.Int32(QelItem::kImageSize, c.width).Int32(kHeight, c.height);
-        TestImgInfo info;
-        info.Kinds(c.deviceKind, c.fileKind).GetImageSize(&tags);
-        int reads = 0;
-        for (const auto& read : tags.Reads())
-            reads += read.tagID == kOrientation ? 1 : 0;
-        EXPECT_EQ(reads, c.orientationReads) << c.fileKind << " " << c.width;
-        EXPECT_TRUE(info.Value(QelItem::kImageSize).has_value());
-        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
-    }
-}
-
-// Through the driver: the file is classified as an SLR before its size is named.
-TEST(ImageSizeReads, AnSLRFileReadThroughTheDriverIsNamed)
-{
-    MemoryTagSource tags(1030);
-    tags.Text(271, "TALVO CORPORATION").Text(272, "TALVO Q77");
-    tags.Int32(QelItem::kImageSize, 3040).Int32(kHeight, 2014);
-    TestImgInfo info;
-    info.ReadFileTags(&tags);
-    EXPECT_EQ(info.Value(QelItem::kImageSize), LF(kL, 3008, 2000));
-    EXPECT_TRUE(tags.EveryErrorReleasedOnce());
-}
-
 }  // namespace

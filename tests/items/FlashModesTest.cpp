@@ -251,19 +251,4 @@ TEST(FlashGroupLines, ModeAndLevelPerGroup)
     }
 }
 
-TEST(FlashBounceAndWidePanel, OnlyOneMeansUsed)
-{
-    const std::string bounce = L("IDS_QEL_BOUNCE"), panel = L("IDS_QEL_WIDE_PANEL");
-    const struct { UInt8 bounce; bool widePanel; std::optional<std::string> expected; } cases[] = {
-        {1, true, bounce + "/" + panel}, {2, true, panel}, {2, false, std::nullopt},
-    };
-    for (const auto& c : cases) {
-        TestImgInfo info;
-        info.GetMixedQBInfo_BounceAndWidePanel(c.bounce, c.widePanel);
-        EXPECT_EQ(info.Title(QelItem::kBounceAndWidePanel), L("IDS_QEL_BOUNCE_AND_WIDE_PANEL"));
-        EXPECT_EQ(info.Value(QelItem::kBounceAndWidePanel), c.expected)
-            << int(c.bounce) << " " << c.widePanel;
-    }
-}
-
 }  // namespace

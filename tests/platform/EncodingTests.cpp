@@ -1,5 +1,4 @@
-// Encodings: external representations, loss bytes, byte-order marks,
-// maximum sizes and round trips through the Japanese and Mac encodings.
+// Encodings: external representations, loss bytes and byte-order marks.
 #include "PlatformTestSupport.h"
 
 #include <QelPlatform/TextEncoding.h>
@@ -54,28 +53,6 @@ TEST(Encoding, ExternalRepresentation)
     for (const ExternalCase& c : cases)
         EXPECT_EQ(External(c.text, c.encoding, c.lossByte), c.expected)
             << c.text << " in 0x" << std::hex << c.encoding;
-}
-
-TEST(Encoding, RoundTripsThroughEightBitAndJapaneseEncodings)
-{
-    struct RoundTrip {
-        const char* text;
-        CFStringEncoding encoding;
-    };
-    const RoundTrip cases[] = {
-        {"Qelkor \xC3\x86 \xC3\xA9\xC3\xBC \xE2\x84\xA2 \xE2\x80\xA0", kCFStringEncodingMacRoman},
-        {"\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E \xE3\x82\xAB\xE3\x83\xA1\xE3\x83\xA9 ABC", kCFStringEncodingShiftJIS},
-        {"\xE3\x81\x82 \xE5\x86\x99\xE7\x9C\x9F", kCFStringEncodingISO_2022_JP},
-        {"\xF0\x9F\x93\xB7 \xC3\xA9", kCFStringEncodingUTF32},
-    };
-    for (const RoundTrip& c : cases) {
-        Owned<CFStringRef> text(MakeString(c.text));
-        Owned<CFDataRef> data(CFStringCreateExternalRepresentation(nullptr, text, c.encoding, 0));
-        ASSERT_NE(data.get(), nullptr) << c.text;
-        Owned<CFStringRef> back(CFStringCreateWithBytes(nullptr, CFDataGetBytePtr(data),
-                                                        CFDataGetLength(data), c.encoding, true));
-        EXPECT_EQ(Utf8(back), c.text) << "encoding 0x" << std::hex << c.encoding;
-    }
 }
 
 TEST(Encoding, DecodingHonoursByteOrderMarksAndRejectsBadBytes)

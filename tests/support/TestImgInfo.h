@@ -32,34 +32,27 @@ public:
         m_fileKind = fileKind;
         return *this;
     }
-    std::optional<std::string> Title(UInt32 itemID) const
+    std::optional<std::string> Title(UInt32 itemID) const { return Text(m_infoDict.FindTitle(itemID)); }
+    std::optional<std::string> Value(UInt32 itemID) const { return Text(m_infoDict.FindValue(itemID)); }
+    static std::optional<std::string> Text(const CQelString* text)
     {
-        CQelString text;
-        return m_infoDict.GetTitle(itemID, &text) ? std::optional(text.ToUTF8()) : std::nullopt;
-    }
-    std::optional<std::string> Value(UInt32 itemID) const
-    {
-        CQelString text;
-        return m_infoDict.GetValue(itemID, &text) ? std::optional(text.ToUTF8()) : std::nullopt;
+        return text ? std::optional(text->ToUTF8()) : std::nullopt;
     }
 };
 
-// The localized text of a key, as the library's bundle gives it.
-inline std::string L(const char* key)
-{
-    CQelString text;
-    text.LoadString(key);
-    return text.ToUTF8();
-}
-
-// The localized format of a key applied to the arguments.
+// The localized text of a key, as the library's bundle gives it, with the
+// arguments applied to it as a format.
 template <class... Arguments>
 std::string LF(const char* key, Arguments... arguments)
 {
     CQelString text;
-    text.LoadStringWithFormat(key, arguments...);
+    if constexpr (sizeof...(arguments) == 0)
+        text.LoadString(key);
+    else
+        text.LoadStringWithFormat(key, arguments...);
     return text.ToUTF8();
 }
+inline std::string L(const char* key) { return LF(key); }
 
 // An expected value: null for none, a key for its text, anything else literal.
 inline std::optional<std::string> Shown(const char* text)
