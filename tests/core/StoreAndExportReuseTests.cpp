@@ -82,17 +82,6 @@ TEST(StoreReuse, EachReadHoldsOnlyWhatItStored)
     EXPECT_EQ(dict.FindValue(kFlashMode), nullptr);
 }
 
-TEST(StoreReuse, AMovedTextKeepsItsBytesAndTheOriginalCanBeReused)
-{
-    CQelString original = Text("Cloudy");
-    const char* bytes = original.GetCStringPtr(kASCII);
-    CQelString moved(std::move(original));
-    EXPECT_EQ(moved.GetCStringPtr(kASCII), bytes) << "the encoded bytes travel with the text";
-    EXPECT_STREQ(bytes, "Cloudy");
-    original = Text("Shade");  // a moved-from text may be assigned to again
-    EXPECT_EQ(original.ToUTF8(), "Shade");
-}
-
 struct LineCase {
     UInt32 item;
     std::optional<std::string> title, value;

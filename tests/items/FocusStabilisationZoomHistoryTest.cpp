@@ -57,14 +57,11 @@ TEST(FocusStabilisationZoomProcessing, Values)
         {"preset 2.5 m", Focus(0, 2.5), focus, 0,
          manual + LF("IDS_QEL_PRESET_FOCUS_METRIC", 2.5)},
         {"no preset", Focus(0, 0.0), focus, 0, manual},
-        {"preset unreadable", Focus(0, {}), focus, 0, manual},
         {"unknown mode", Focus(19, 2.5), focus, 0, ""},
         {"active", Stabiliser("0100", 1, 2), stab, 1028, active},
         {"kind 263 hides active", Stabiliser("0100", 1, 2), stab, 263, on},
-        {"off", Stabiliser("0100", 2, 2), stab, 0, L("IDS_QEL_QV_CONTROL_INFO_OFF")},
         {"version 0101, no fallback", Stabiliser("0101", 1, 2, 3), stab, 0, {}},
         {"compact active", Stabiliser(nullptr, 0, 0, 3), stab, 263, active},
-        {"compact unknown", Stabiliser(nullptr, 0, 0, 0), stab, 0, {}},
         {"zoom 0 is 1x", [](auto& t) { t.Double(kDigitalZoom, 0.0); }, zoom, 0, "1.00"},
         {"multiple exposure", Processing('1', 1, 3, 2), proc, 0,
          LF("IDS_QEL_MULTI_EXPOSURE_UNIT", 3) + " " + L("IDS_QEL_MULTI_EXPOSURE_AUTO_GAIN"),
@@ -72,7 +69,6 @@ TEST(FocusStabilisationZoomProcessing, Values)
         {"overlay", Processing('1', 2, 0, 0), proc, 0, L("IDS_QEL_IMAGE_OVERLAY_ON"),
          "IDS_QEL_IMAGE_OVERLAY"},
         {"unknown processing", Processing('1', 3, 2, 2), proc, 0, {}},
-        {"processing version 0200", Processing('2', 1, 2, 2), proc, 0, {}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
