@@ -9,22 +9,19 @@ constexpr UInt32 kRawCompression = 0x80093, kHeight = 0x10001, kOrientation = 0x
 
 TEST(DataFormat, MapsTheFormatNumber)
 {
-    struct Case {
-        std::optional<SInt32> format, rawCompression;
-        const char* key;  // "": empty value; null: no value
-    } const cases[] = {
-        {32, 1, "IDS_QEL_DATA_FORMAT_RAW_COMPRESSED"}, {32, {}, "IDS_QEL_DATA_FORMAT_RAW"},
-        {69, {}, "IDS_QEL_DATA_FORMAT_QT_MOVIE"}, {70, {}, ""}, {33, 1, ""}, {{}, {}, nullptr},
+    const auto format = &CQelImgInfo::GetDataFormat;
+    const UInt32 id = QelItem::kDataFormat;
+    auto File = [](std::optional<SInt32> code, std::optional<SInt32> compression) -> Tags {
+        return [=](MemoryTagSource& t) { t.Int32(QelItem::kDataFormat, code).Int32(kRawCompression, compression); };
     };
-    for (const Case& c : cases) {
-        MemoryTagSource tags;
-        tags.Int32(QelItem::kDataFormat, c.format);
-        tags.Int32(kRawCompression, c.rawCompression);
-        TestImgInfo info;
-        SCOPED_TRACE(c.format.value_or(-1));
-        ExpectFormatted(info, &CQelImgInfo::GetDataFormat, tags, QelItem::kDataFormat,
-                        L("IDS_QEL_DATA_FORMAT"), Shown(c.key));
-    }
+    ExpectItems({
+        {"compressed RAW", format, id, File(32, 1), L("IDS_QEL_DATA_FORMAT_RAW_COMPRESSED")},
+        {"RAW, compression unread", format, id, File(32, {}), L("IDS_QEL_DATA_FORMAT_RAW")},
+        {"last movie code", format, id, File(69, {}), L("IDS_QEL_DATA_FORMAT_QT_MOVIE")},
+        {"past the movie codes", format, id, File(70, {}), ""},
+        {"compression without RAW", format, id, File(33, 1), ""},
+        {"absent", format, id, File({}, {}), {}},
+    });
 }
 
 constexpr const char *kXY = "IDS_QEL_IMAGE_SIZE_XY", *kL = "IDS_QEL_IMAGE_SIZE_LARGE",

@@ -48,17 +48,12 @@ TEST(LensInfo, DescribesTheLens)
 
 TEST(FocalLength, DropsOnlyATrailingPointZero)
 {
-    struct Case { double millimetres; const char* text; } const cases[] = {
-        {50.0, "50"}, {18.5, "18.5"}, {100.0, "100"}, {10.96, "11"}, {1e20, "100000000000000000000"},
-    };
-    for (const Case& c : cases) {
-        MemoryTagSource tags;
-        tags.Double(QelItem::kFocalLength, c.millimetres);
-        TestImgInfo info;
-        SCOPED_TRACE(c.millimetres);
-        ExpectFormatted(info, &CQelImgInfo::GetFocalLength, tags, QelItem::kFocalLength,
-                        L("IDS_QEL_FOCAL_LENGTH"), LF("IDS_QEL_FOCAL_LENGTH_UNIT", c.text));
-    }
+    std::vector<ItemCase> cases;
+    for (auto [millimetres, text] : {std::pair{50.0, "50"}, {18.5, "18.5"}, {100.0, "100"}, {10.96, "11"},
+                                     {1e20, "100000000000000000000"}})
+        cases.push_back({text, &CQelImgInfo::GetFocalLength, QelItem::kFocalLength,
+                         Dbl(QelItem::kFocalLength, millimetres), LF("IDS_QEL_FOCAL_LENGTH_UNIT", text)});
+    ExpectItems(cases);
 }
 
 }  // namespace

