@@ -66,20 +66,4 @@ TEST(ValueListItems, ItemWithoutListWritesZeroAndAnswersNothing)
     EXPECT_EQ(info.GetInfoValueListCurrentIndex(kISOSensitivity), -1);
 }
 
-TEST(ValueListItems, IndexesSurviveLaterReadsAndBrightnessHasNone)
-{
-    TestImgInfo info;
-    info.m_wbListIndex = 3;
-    info.m_colorModeListIndex = 9;
-    MemoryTagSource failing(std::nullopt);
-    info.ReadFileTags(&failing);
-    MemoryTagSource slr;
-    slr.Text(271, "TALVO").Text(272, "TALVO Q77").Int32(kBrightnessContrast, 1);
-    info.ReadFileTags(&slr);
-    EXPECT_EQ(info.GetInfoValueListCurrentIndex(kWhiteBalance), 3);
-    EXPECT_EQ(info.GetInfoValueListCurrentIndex(kColorMode), 9);
-    EXPECT_EQ(info.GetInfoValueListCurrentIndex(kBrightnessContrast), -1);
-    EXPECT_TRUE(failing.EveryErrorReleasedOnce() && slr.EveryErrorReleasedOnce());
-}
-
 }  // namespace
