@@ -83,7 +83,7 @@ inline Tags Dbl(UInt32 id, std::optional<double> v) { return [=](MemoryTagSource
 // One formatter run on one file's tags.
 struct ItemCase {
     const char* name;
-    void (CQelImgInfo::*formatter)(IVandelTagControl*);
+    std::function<void(CQelImgInfo&, IVandelTagControl*)> formatter;
     UInt32 item;
     Tags tags;                                // null: no tag source at all
     std::optional<std::string> value;         // nullopt: the title alone
@@ -100,7 +100,7 @@ inline void ExpectItems(const std::vector<ItemCase>& cases)
         if (c.tags)
             c.tags(tags);
         TestImgInfo info;
-        (info.Kinds(c.deviceKind, c.fileKind).*c.formatter)(c.tags ? &tags : nullptr);
+        c.formatter(info.Kinds(c.deviceKind, c.fileKind), c.tags ? &tags : nullptr);
         EXPECT_TRUE(info.Title(c.item).has_value());
         EXPECT_EQ(info.Value(c.item), c.value);
         EXPECT_TRUE(tags.EveryErrorReleasedOnce());
