@@ -70,21 +70,4 @@ TEST(StringsFile, MalformedTextIsRejectedWithItsLine)
     }
 }
 
-TEST(StringsFile, MalformedFileIsReportedOnceWithFileAndLine)
-{
-    TempTree tree;
-    const std::string path = tree.Write("en.lproj/Localizable.strings", "\"a\" = \"1\";\n\"b\" = \"2\"\n");
-    testing::internal::CaptureStderr();
-    auto table = qelcf::LoadStringsFile(path);
-    const std::string report = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(table->Size(), 0u);
-    EXPECT_NE(report.find(path + ":3:"), std::string::npos) << report;
-    EXPECT_EQ(report.find('\n'), report.size() - 1) << "one line: " << report;
-
-    testing::internal::CaptureStderr();
-    auto missing = qelcf::LoadStringsFile(tree.Root() + "/none.strings");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_EQ(missing->Size(), 0u);
-}
-
 }  // namespace
