@@ -30,32 +30,20 @@ public:
         return *this;
     }
     template <class T>
-    MemoryTagSource& Record(UInt32 id, UInt32 type, const T& record)
-    {
-        return Bytes(id, type, qel::HostBytes(record));
-    }
+    MemoryTagSource& Record(UInt32 id, UInt32 type, const T& record) { return Bytes(id, type, qel::HostBytes(record)); }
     MemoryTagSource& Text(UInt32 id, const std::string& text, std::optional<UInt32> size = {})
     {
         AddText(id, text, size);
         return *this;
     }
     // An absent value stores no tag.
-    MemoryTagSource& Int32(UInt32 id, std::optional<SInt32> v)
-    {
-        return v ? Record(id, kQelValueInt32, *v) : *this;
-    }
-    MemoryTagSource& Double(UInt32 id, std::optional<double> v)
-    {
-        return v ? Record(id, kQelValueDouble, *v) : *this;
-    }
+    MemoryTagSource& Int32(UInt32 id, std::optional<SInt32> v) { return v ? Record(id, kQelValueInt32, *v) : *this; }
+    MemoryTagSource& Double(UInt32 id, std::optional<double> v) { return v ? Record(id, kQelValueDouble, *v) : *this; }
     MemoryTagSource& Int32s(UInt32 id, const std::vector<SInt32>& v, std::optional<UInt32> size = {})
     {
         return Bytes(id, kQelValueInt32, qel::HostBytes(v), size);
     }
-    MemoryTagSource& Doubles(UInt32 id, const std::vector<double>& v)
-    {
-        return Bytes(id, kQelValueDouble, qel::HostBytes(v));
-    }
+    MemoryTagSource& Doubles(UInt32 id, const std::vector<double>& v) { return Bytes(id, kQelValueDouble, qel::HostBytes(v)); }
     MemoryTagSource& ValueStep(UInt32 id, SInt16 value, SInt16 numerator, SInt16 denominator)
     {
         return Record(id, kQelValueStep, tagStrValueStep{value, numerator, denominator});
@@ -67,10 +55,7 @@ public:
         m_reads.push_back({tagID, type, size});
         return Counted(TagTable::GetTagValue(tagID, type, size, buffer, index));
     }
-    ITagError* GetFileKind(SInt32* fileKind) override
-    {
-        return Counted(TagTable::GetFileKind(fileKind));
-    }
+    ITagError* GetFileKind(SInt32* fileKind) override { return Counted(TagTable::GetFileKind(fileKind)); }
 
     const std::vector<Read>& Reads() const { return m_reads; }
     bool WasRead(UInt32 tagID) const
@@ -100,12 +85,8 @@ private:
         ITagError* inner;
         int releases = 0;
     };
-    ITagError* Counted(ITagError* error)
-    {
-        if (!error)
-            return nullptr;
-        return &m_errors.emplace_back(error);  // a deque keeps earlier errors in place
-    }
+    // A deque keeps earlier errors in place.
+    ITagError* Counted(ITagError* error) { return error ? &m_errors.emplace_back(error) : nullptr; }
 
     std::deque<CountedError> m_errors;
     std::vector<Read> m_reads;
