@@ -68,8 +68,9 @@ if ! git diff --quiet -- Items ImgInfo String Dictionary Platform/src; then
   echo "fault-inject: the library has uncommitted changes; commit or set them aside first" >&2
   exit 2
 fi
-cmake -S . -B "$build" -DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache \
-  >/dev/null
+launcher=()
+command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache)
+cmake -S . -B "$build" "${launcher[@]}" >/dev/null
 build_tests() { cmake --build "$build" -j2 --target "${targets[@]}" >"$build/fault.log" 2>&1; }
 run_tests() { ctest --test-dir "$build" -j2 -E install_and_consume >>"$build/fault.log" 2>&1; }
 build_tests && run_tests || { echo "fault-inject: the suite fails without faults" >&2; exit 2; }
