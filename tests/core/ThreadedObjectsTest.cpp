@@ -3,6 +3,7 @@
 #include "TestImgInfo.h"
 #include "Utf8.h"
 
+#include <memory>
 #include <thread>
 
 namespace {
@@ -29,15 +30,15 @@ constexpr Device kDevices[] = {
 
 // The file a thread reads at a position: its device and settings follow
 // from both, so the four threads read different values in different orders.
-MemoryTagSource FileFor(int thread, int position)
+std::unique_ptr<MemoryTagSource> FileFor(int thread, int position)
 {
     const int seed = thread * 11 + position * 5;
     const Device& device = kDevices[(thread + position) % std::size(kDevices)];
     struct { UInt32 mode; SInt32 temperature; } whiteBalance{UInt32(seed % 10), 5000};
     struct { UInt16 mode, number; } iso{0, UInt16(100 + seed)};
-    MemoryTagSource tags(device.fileKind);
-    tags.Text(kMake, device.make).Text(kModel, device.model).Int32(kDataFormat, device.dataFormat);
-    tags.ValueStep(kExposureComp, SInt16(seed % 13 - 6), 1, 3)
+    auto file = std::make_unique<MemoryTagSource>(device.fileKind);
+    file->Text(kMake, device.make).Text(kModel, device.model).Int32(kDataFormat, device.dataFormat);
+    file->ValueStep(kExposureComp, SInt16(seed % 13 - 6), 1, 3)
         .ValueStep(kExposureDiff, SInt16(seed % 7 - 3), 1, 6)
         .Record(kWhiteBalance, kQelValueWhiteBalance, whiteBalance)
         .Record(kISOSensitivity, kQelValueISO, iso)
@@ -47,7 +48,7 @@ MemoryTagSource FileFor(int thread, int position)
         .Double(kFocalLength, 18.0 + seed).Double(kExposureTime, 1.0 / (seed + 2))
         .Double(kScanGainMaster, seed * 0.25 - 2.0)
         .Text(kShootingDate, "2004:09:0" + std::to_string(1 + seed % 9) + " 14:07:51");
-    return tags;
+    return file;
 }
 
 // A copied text as UTF-8, released.
@@ -88,8 +89,7 @@ std::vector<std::string> ReadSequence(int thread, int rounds)
     std::vector<std::string> seen;
     for (int round = 0; round < rounds; ++round) {
         for (int position = 0; position < kFilesPerRound; ++position) {
-            MemoryTagSource tags = FileFor(thread, position);
-            info->ReadFileTags(&tags);
+            info->ReadFileTags(FileFor(thread, position).get());
             seen.push_back(Shown(*info));
         }
     }

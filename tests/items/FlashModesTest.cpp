@@ -55,15 +55,13 @@ TEST(FlashCodes, CodeAndFlashState)
         const char* expected;
     } const cases[] = {
         {sync, 0, 32, "IDS_QEL_FLASH_SYNC_OFF"},  // "off" wins over the flash state
-        {sync, {}, 32, "IDS_QEL_FLASH_SYNC_OFF"}, {sync, 1, 0, "IDS_QEL_FLASH_SYNC_MODE_NORMAL"},
+        {sync, 1, 0, "IDS_QEL_FLASH_SYNC_MODE_NORMAL"},
         {sync, 1, 3, "IDS_QEL_FLASH_SYNC_MODE_REAR_SLOW"},
         {sync, 2, 17, "IDS_QEL_FLASH_SYNC_MODE_RED_EYE_SLOW"}, {sync, 1, 4, " "},
-        {sync, 1, {}, " "}, {sync, 0, 1, " "},
+        {sync, 0, 1, " "},
         {sync, {}, 1, " "},  // missing flash state counts as unused here
-        {legacy, 1, 0, "IDS_QEL_AUTO_FLASH_MODE_EXTERNAL"},
         {legacy, {}, 12, "IDS_QEL_AUTO_FLASH_MODE_COMMANDER_AA"},
         {legacy, 1, 23, "IDS_QEL_AUTO_FLASH_MODE_OPTIONAL_RPT_COMDR"},
-        {legacy, 1, 25, "IDS_QEL_AUTO_FLASH_MODE_NONE"}, {legacy, 1, -1, "IDS_QEL_AUTO_FLASH_MODE_NONE"},
         {legacy, 0, 4, " "}, {legacy, 1, {}, nullptr},
     };
     for (const Case& c : cases) {
@@ -87,7 +85,6 @@ TEST(FlashControlMode, FromMultiFlashRecord)
     const std::string bounceAndPanel = L("IDS_QEL_BOUNCE") + "/" + L("IDS_QEL_WIDE_PANEL");
     const std::string groupAAA = Mode("AA") + LF("IDS_QEL_MIXED_QB_INFO_FLASH_COMP", -0.5);
     const Record groups = Optional("0101", 1, 2).U16(8, 3).U8(14, 3);
-    const double nan = std::nan("");
     struct Case {
         const char* name;
         std::optional<UInt8> flashUsed;
@@ -98,35 +95,21 @@ TEST(FlashControlMode, FromMultiFlashRecord)
         {"flash not used", 0, External(2), " ", absent, absent},
         {"flash state missing", {}, External(2), Mode("TTL"), none, absent},
         {"0100 GN 5.6", 1, External(5).F64(24, 5.6), Mode("M") + Gn(5.7), none, absent},
-        {"0100 GN NaN", 1, External(5).F64(24, nan), Mode("M") + Gn(5.7), none, absent},
-        {"0100 GN 5.60001", 1, External(5).F64(24, 5.60001), Mode("M") + Gn(5.60001), none,
-         absent},
         {"0100 manual", 1, External(6).U8(16, 13), Mode("M") + Ev1(4, 1, 6), none, absent},
         {"0100 repeating", 1, External(7).U8(16, 48), Mode("RPT") + Ev2(256), none, absent},
-        {"0100 code 8", 1, External(8), Mode("NONE"), none, absent},
         {"0100 groups", 1, External(1).U8(8, 1).U8(10, 1).U8(13, 1).U16(32, 3).U8(38, 3),
          Mode("TTL_BL"), bounceAndPanel, groupAAA},
-        {"0100 group flag 2", 1, External(1).U8(13, 2).U16(32, 3), Mode("TTL_BL"), none, absent},
         {"0101 commander", 1, groups, Mode("OPTIONAL_TTL_COMDR"), none, groupAAA},
-        {"0102 commander", 1, Record(groups).U8(3, '2'), Mode("OPTIONAL_TTL_COMDR"), none,
-         groupAAA},
         {"0102 commander 2", 1, Record(groups).U8(3, '2').U8(28, 2), Mode("OPTIONAL_TTL_COMDR"),
          none, absent},
         {"optional GN, bounce", 1, Optional("0101", 0, 5).F64(36, 36.0).U8(25, 1),
          Mode("OPTIONAL_M") + Gn(36.0), L("IDS_QEL_BOUNCE"), absent},
-        {"optional repeating, panel", 1, Optional("0102", 0, 7).U8(23, 1),
-         Mode("OPTIONAL_RPT") + Ev2(1), L("IDS_QEL_WIDE_PANEL"), absent},
         {"optional 16-bit mode", 1, Optional("0101", 1, 0x0102), Mode("COMMANDER"), none, none},
         {"built-in spot", 1, BuiltIn("0101", 0, 1), Mode("BUILTIN_Z_TTL"), absent, absent, 3},
-        {"built-in, no metering", 1, BuiltIn("0101", 0, 1), Mode("BUILTIN_Z_TTL_BL"), absent,
-         absent},
         {"built-in commander", 1, BuiltIn("0102", 1, 1).U16(8, 1), Mode("BUILTIN_Z_TTL_COMDR"),
          absent, Mode("TTL"), 3},
         {"built-in repeating", 1, BuiltIn("0101", 1, 7).U8(24, 6), Mode("BUILTIN_RPT") + Ev2(2),
          absent, none},
-        {"built-in manual, spot", 1, BuiltIn("0101", 0, 6).U8(24, 1),
-         Mode("BUILTIN_M") + Ev1(1, 1, 6), absent, absent, 3},
-        {"built-in 16-bit mode", 1, BuiltIn("0101", 0, 0x0106), Mode("NONE"), absent, absent},
         {"source 3", 1, Record("0101").U8(4, 3), Mode("OPTIONAL_A_COMDR"), absent, absent, {}, 24},
         {"version 0103", 1, External(2).U8(3, '3'), Mode("NONE"), absent, absent, {}, 25},
         {"no record", {}, {}, Mode("BUILTIN_RPT"), absent, absent, {}, 15},
@@ -162,7 +145,7 @@ TEST(FlashCompensation, FamiliesModesAndSources)
 {
     const std::optional<Step> none;
     const Step plus1{3, 1, 3}, half{1, 1, 2}, third{-2, 1, 6}, twoThirds{2, 1, 3},
-        minusTwoThirds{-2, 1, 3}, zero{0, 1, 3};
+        minusTwoThirds{-2, 1, 3};
     struct Case {
         SInt32 fileKind;
         std::vector<UInt8> flash;  // flash used, second flash; empty: no tag
@@ -173,32 +156,22 @@ TEST(FlashCompensation, FamiliesModesAndSources)
         const char* expected;  // the number text, or " "
     } cases[] = {
         {0x104, {1, 0}, {}, {}, nullptr, third, plus1, plus1, "-0.3"},
-        {0x401, {1, 0}, 7, 1, nullptr, plus1, plus1, plus1, "+1.0"},
-        {0x402, {1, 0}, 7, {}, nullptr, twoThirds, minusTwoThirds, none, "0"},
         {0x402, {1, 0}, 9, 0, nullptr, twoThirds, minusTwoThirds, half, "+1.2"},
-        {0x402, {1, 0}, {}, {}, nullptr, none, plus1, half, "+0.5"},
         {0x105, {1, 0}, 9, 0, nullptr, none, none, half, " "},
         {0x105, {1, 0}, 9, 1, nullptr, plus1, plus1, half, "+1.5"},
-        {0x107, {1, 0}, 7, 2, nullptr, none, plus1, half, "+1.0"},
         {0x107, {1, 0}, 10, 1, nullptr, none, plus1, half, "+0.5"},
-        {0x105, {1, 0}, {}, 1, nullptr, plus1, plus1, half, "+0.5"},
         {0x403, {1, 0}, 9, 0, nullptr, plus1, plus1, half, " "},
         {0x403, {1, 0}, 5, 1, nullptr, plus1, plus1, half, "+1.5"},
-        {0x403, {1, 0}, 11, 0, nullptr, plus1, plus1, half, " "},
-        {0x403, {1, 0}, 8, 0, nullptr, plus1, half, half, "+1.5"},
         {0x404, {1, 0}, 11, 0, nullptr, plus1, plus1, half, "+1.0"},
-        {0x405, {1, 0}, 5, 1, nullptr, zero, none, none, "0"},
         {0x406, {1, 0}, {}, 1, nullptr, plus1, plus1, half, " "},
         {0x406, {1, 0}, 7, 1, nullptr, third, plus1, half, "+0.7"},
         {0x999, {1, 0}, 7, 1, nullptr, plus1, plus1, half, " "},
         {0x104, {2, 0}, {}, {}, nullptr, plus1, none, none, " "},
-        {0x104, {0, 0}, {}, {}, nullptr, plus1, none, none, " "},
         {0x104, {}, {}, {}, nullptr, plus1, none, none, " "},
         // 0x106 without an external unit's record follows 0x105.
         {0x106, {1, 1}, 9, 0, nullptr, plus1, plus1, half, "+1.0"},
         {0x106, {1, 1}, 3, 1, "0101", plus1, plus1, half, "+0.5"},
         {0x106, {1, 1}, 3, 0, "0100", plus1, plus1, half, "+1.5"},
-        {0x106, {1, 1}, 9, 0, "0100", plus1, plus1, half, "+0.5"},
         {0x106, {1, 0}, 0, 0, "0100", plus1, plus1, half, "+0.5"},
         {0x106, {1, 1}, {}, 0, "0100", plus1, plus1, none, " "},
     };
@@ -235,52 +208,24 @@ TEST(FlashGroupLines, ModeAndLevelPerGroup)
         UInt8 level;
         std::optional<std::string> expected;  // nullopt: title only
     } cases[] = {
-        {1, 0, ttl}, {1, 0xFA, ttl + Comp(1.0)}, {1, 0x80, ttl + Comp(128 / 6.0)},
-        {3, 3, L("IDS_QEL_AUTO_FLASH_MODE_AA") + Comp(-0.5)},
+        {1, 0, ttl}, {1, 0x80, ttl + Comp(128 / 6.0)},
         {4, 0xF4, L("IDS_QEL_AUTO_FLASH_MODE_A") + Comp(2.0)}, {6, 0, m + Ev2(1)},
-        {6, 1, m + Ev1(1, 1, 6)}, {6, 3, m + Ev1(1, 1, 2)}, {6, 5, m + Ev1(1, 5, 6)},
-        {6, 6, m + Ev2(2)}, {6, 47, m + Ev1(128, 5, 6)}, {6, 48, m + Ev2(256)}, {6, 49, m},
+        {6, 5, m + Ev1(1, 5, 6)}, {6, 47, m + Ev1(128, 5, 6)}, {6, 48, m + Ev2(256)}, {6, 49, m},
         {7, 13, L("IDS_QEL_AUTO_FLASH_MODE_RPT") + Ev1(4, 1, 6)},
         {7, 255, L("IDS_QEL_AUTO_FLASH_MODE_RPT")},
         {2, 6, std::nullopt},  // 2 is TTL only for the unit itself
-        {8, 6, std::nullopt}, {0x0101, 6, std::nullopt},
+        {0x0101, 6, std::nullopt},
     };
-    const UInt32 groupItems[] = {QelItem::kFlashGroupA, QelItem::kFlashGroupB,
-                                 QelItem::kFlashGroupC};
-    const char* titles[] = {"IDS_QEL_MIXED_QB_INFO_GROUP_A", "IDS_QEL_MIXED_QB_INFO_GROUP_B",
-                            "IDS_QEL_MIXED_QB_INFO_GROUP_C"};
+    // Group B carries the case; A and C stay unused but titled.
     for (const auto& c : cases) {
-        // Each group in turn carries the case; the other two stay unused.
-        for (size_t g = 0; g < 3; ++g) {
-            SCOPED_TRACE(testing::Message() << c.mode << "/" << int(c.level) << " group " << g);
-            UInt16 modes[3] = {};
-            UInt8 levels[3] = {};
-            modes[g] = c.mode;
-            levels[g] = c.level;
-            TestImgInfo info;
-            info.GetMixedQBInfo_Group(modes[0], modes[1], modes[2], levels[0], levels[1],
-                                      levels[2]);
-            for (size_t other = 0; other < 3; ++other) {
-                EXPECT_EQ(info.Title(groupItems[other]), L(titles[other]));
-                EXPECT_EQ(info.Value(groupItems[other]), other == g ? c.expected : std::nullopt);
-            }
-        }
-    }
-}
-
-TEST(FlashBounceAndWidePanel, OnlyOneMeansUsed)
-{
-    const std::string bounce = L("IDS_QEL_BOUNCE"), panel = L("IDS_QEL_WIDE_PANEL");
-    const struct { UInt8 bounce; bool widePanel; std::optional<std::string> expected; } cases[] = {
-        {1, true, bounce + "/" + panel}, {1, false, bounce}, {0, true, panel},
-        {2, true, panel},                {2, false, std::nullopt}, {0, false, std::nullopt},
-    };
-    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.mode << "/" << int(c.level));
         TestImgInfo info;
-        info.GetMixedQBInfo_BounceAndWidePanel(c.bounce, c.widePanel);
-        EXPECT_EQ(info.Title(QelItem::kBounceAndWidePanel), L("IDS_QEL_BOUNCE_AND_WIDE_PANEL"));
-        EXPECT_EQ(info.Value(QelItem::kBounceAndWidePanel), c.expected)
-            << int(c.bounce) << " " << c.widePanel;
+        info.GetMixedQBInfo_Group(0, c.mode, 0, 0, c.level, 0);
+        EXPECT_EQ(info.Value(QelItem::kFlashGroupB), c.expected);
+        EXPECT_EQ(info.Title(QelItem::kFlashGroupB), L("IDS_QEL_MIXED_QB_INFO_GROUP_B"));
+        EXPECT_EQ(info.Title(QelItem::kFlashGroupC), L("IDS_QEL_MIXED_QB_INFO_GROUP_C"));
+        EXPECT_EQ(info.Value(QelItem::kFlashGroupA), std::nullopt);
+        EXPECT_EQ(info.Value(QelItem::kFlashGroupC), std::nullopt);
     }
 }
 

@@ -10,14 +10,13 @@ namespace {
 using namespace QelItem;
 using Expected = std::optional<std::string>;
 
-std::function<void(MemoryTagSource&)> Focus(SInt32 mode, std::optional<double> distance)
+Tags Focus(SInt32 mode, std::optional<double> distance)
 {
     return [=](MemoryTagSource& t) { t.Int32(kAutoFocusMode, mode).Double(0x80085, distance); };
 }
 
 // A stabilisation record (version, state, mode), optionally the compact setting.
-std::function<void(MemoryTagSource&)> Stabiliser(const char* version, UInt8 state, UInt8 mode,
-                                                 std::optional<SInt32> compact = {})
+Tags Stabiliser(const char* version, UInt8 state, UInt8 mode, std::optional<SInt32> compact = {})
 {
     return [=](MemoryTagSource& t) {
         if (version)
@@ -28,8 +27,7 @@ std::function<void(MemoryTagSource&)> Stabiliser(const char* version, UInt8 stat
     };
 }
 
-std::function<void(MemoryTagSource&)> Processing(char minor, SInt32 kind, SInt32 count,
-                                                 SInt32 gain)
+Tags Processing(char minor, SInt32 kind, SInt32 count, SInt32 gain)
 {
     struct Record { char version[4]; SInt32 kind, count, gain; };
     return [=](MemoryTagSource& t) {
@@ -38,56 +36,40 @@ std::function<void(MemoryTagSource&)> Processing(char minor, SInt32 kind, SInt32
     };
 }
 
-TEST(FocusStabilisationZoomProcessing, Values)
+TEST(FocusStabilisationZoom, Values)
 {
-    const auto focus = &CQelImgInfo::GetAutoFocusMode, stab = &CQelImgInfo::GetQVControlInfo,
-               zoom = &CQelImgInfo::GetDigitalZoomRatio, proc = &CQelImgInfo::GetPicProcInfo;
-    const std::string manual = L("IDS_QEL_AUTO_FOCUS_MODE_M");
-    const std::string on = L("IDS_QEL_QV_CONTROL_INFO_ON");
+    const auto focus = &CQelImgInfo::GetAutoFocusMode, stab = &CQelImgInfo::GetQVControlInfo;
+    const std::string manual = L("IDS_QEL_AUTO_FOCUS_MODE_M"), on = L("IDS_QEL_QV_CONTROL_INFO_ON");
     const std::string active = on + " " + L("IDS_QEL_QV_CONTROL_INFO_ACTIVE");
-    const struct {
-        const char* name;
-        std::function<void(MemoryTagSource&)> tags;
-        void (CQelImgInfo::*formatter)(IVandelTagControl*);
-        SInt32 fileKind;
-        Expected value;
-        const char* processingTitle = nullptr;  // picture processing: the title key, if any
-    } cases[] = {
-        {"preset infinity", Focus(0, -1.0), focus, 0, manual + L("IDS_QEL_PRESET_FOCUS_INF")},
-        {"preset 2.5 m", Focus(0, 2.5), focus, 0,
-         manual + LF("IDS_QEL_PRESET_FOCUS_METRIC", 2.5)},
-        {"no preset", Focus(0, 0.0), focus, 0, manual},
-        {"preset unreadable", Focus(0, {}), focus, 0, manual},
-        {"unknown mode", Focus(19, 2.5), focus, 0, ""},
-        {"active", Stabiliser("0100", 1, 2), stab, 1028, active},
-        {"kind 263 hides active", Stabiliser("0100", 1, 2), stab, 263, on},
-        {"off", Stabiliser("0100", 2, 2), stab, 0, L("IDS_QEL_QV_CONTROL_INFO_OFF")},
-        {"version 0101, no fallback", Stabiliser("0101", 1, 2, 3), stab, 0, {}},
-        {"compact active", Stabiliser(nullptr, 0, 0, 3), stab, 263, active},
-        {"compact unknown", Stabiliser(nullptr, 0, 0, 0), stab, 0, {}},
-        {"zoom 0 is 1x", [](auto& t) { t.Double(kDigitalZoom, 0.0); }, zoom, 0, "1.00"},
-        {"multiple exposure", Processing('1', 1, 3, 2), proc, 0,
-         LF("IDS_QEL_MULTI_EXPOSURE_UNIT", 3) + " " + L("IDS_QEL_MULTI_EXPOSURE_AUTO_GAIN"),
-         "IDS_QEL_MULTI_EXPOSURE"},
-        {"overlay", Processing('1', 2, 0, 0), proc, 0, L("IDS_QEL_IMAGE_OVERLAY_ON"),
-         "IDS_QEL_IMAGE_OVERLAY"},
-        {"unknown processing", Processing('1', 3, 2, 2), proc, 0, {}},
-        {"processing version 0200", Processing('2', 1, 2, 2), proc, 0, {}},
+    ExpectItems({
+        {"preset infinity", focus, kAutoFocusMode, Focus(0, -1.0), manual + L("IDS_QEL_PRESET_FOCUS_INF")},
+        {"preset 2.5 m", focus, kAutoFocusMode, Focus(0, 2.5), manual + LF("IDS_QEL_PRESET_FOCUS_METRIC", 2.5)},
+        {"no preset", focus, kAutoFocusMode, Focus(0, 0.0), manual},
+        {"unknown mode", focus, kAutoFocusMode, Focus(19, 2.5), ""},
+        {"active", stab, kStabilisation, Stabiliser("0100", 1, 2), active, kDeviceSLR, 1028},
+        {"kind 263 hides active", stab, kStabilisation, Stabiliser("0100", 1, 2), on, kDeviceSLR, 263},
+        {"version 0101, no fallback", stab, kStabilisation, Stabiliser("0101", 1, 2, 3), {}},
+        {"compact active", stab, kStabilisation, Stabiliser(nullptr, 0, 0, 3), active, kDeviceSLR, 263},
+        {"zoom 0 is 1x", &CQelImgInfo::GetDigitalZoomRatio, kDigitalZoom, Dbl(kDigitalZoom, 0.0), "1.00"},
+    });
+}
+
+// Picture processing stores a title only for what it knows.
+TEST(PictureProcessing, TitleAndValue)
+{
+    const struct { Tags tags; const char* title; Expected value; } cases[] = {
+        {Processing('1', 1, 3, 2), "IDS_QEL_MULTI_EXPOSURE",
+         LF("IDS_QEL_MULTI_EXPOSURE_UNIT", 3) + " " + L("IDS_QEL_MULTI_EXPOSURE_AUTO_GAIN")},
+        {Processing('1', 2, 0, 0), "IDS_QEL_IMAGE_OVERLAY", L("IDS_QEL_IMAGE_OVERLAY_ON")},
+        {Processing('1', 3, 2, 2), nullptr, {}},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
         MemoryTagSource tags;
         c.tags(tags);
         TestImgInfo info;
-        (info.Kinds(kDeviceSLR, c.fileKind).*c.formatter)(&tags);
-        const UInt32 item = c.formatter == focus  ? kAutoFocusMode
-                            : c.formatter == stab ? kStabilisation
-                            : c.formatter == zoom ? kDigitalZoom : kPictureProcessing;
-        // Picture processing alone stores no title for what it does not know.
-        EXPECT_EQ(c.formatter == proc ? info.Title(item) : std::nullopt, Shown(c.processingTitle));
-        EXPECT_TRUE(c.formatter == proc || info.Title(item));
-        EXPECT_EQ(info.Value(item), c.value);
-        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+        info.GetPicProcInfo(&tags);
+        EXPECT_EQ(info.Title(kPictureProcessing), Shown(c.title));
+        EXPECT_EQ(info.Value(kPictureProcessing), c.value);
     }
 }
 
@@ -110,9 +92,7 @@ TEST(EditHistory, EntriesKeepTheirPositions)
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         MemoryTagSource tags;
-        tags.Int32s(0x8009E, c.entries);
-        if (c.claimedSize)
-            tags.Size(0x8009E, *c.claimedSize);
+        tags.Int32s(0x8009E, c.entries, c.claimedSize);
         TestImgInfo info;
         info.GetEditHistory(&tags);
         for (UInt32 index = 0; index < 11; ++index) {

@@ -31,9 +31,8 @@ TEST(ImageComment, ShownText)
             tags.Bytes(QelItem::kUserComment, kRawBytes,
                        std::vector<UInt8>(reinterpret_cast<const UInt8*>(c.bytes->data()),
                                           reinterpret_cast<const UInt8*>(c.bytes->data()) +
-                                              c.bytes->size()));
-        if (c.claimedSize)
-            tags.Size(QelItem::kUserComment, *c.claimedSize);
+                                              c.bytes->size()),
+                       c.claimedSize);
         TestImgInfo info;
         ExpectFormatted(info, &CQelImgInfo::GetImageComment, tags, QelItem::kUserComment,
                         L("IDS_QEL_USER_COMMENT"), c.value);

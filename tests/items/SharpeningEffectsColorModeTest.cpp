@@ -24,11 +24,9 @@ TEST(SharpeningEffectsColorMode, SharpeningPositionDependsOnTheDevicesList)
 {
     const SharpeningCase cases[] = {
         {kDeviceSLR, 2, "IDS_QEL_SHARPENING_MEDIUM", 3},
-        {kDeviceCompact, 2, "IDS_QEL_SHARPENING_MEDIUM", 2},
         {kDeviceScanner, 4, "IDS_QEL_SHARPENING_MEDIUM_LOW", 2},
         {kDeviceCompactMovie, 4, "IDS_QEL_SHARPENING_MEDIUM_LOW", kEarlier},
         {kDeviceSLR, 5, "IDS_QEL_SHARPENING_MEDIUM_HIGH", 4},
-        {kDeviceSLR, 3, "IDS_QEL_SHARPENING_HIGH", 5},
         {kDeviceSLR, 9, "IDS_QEL_SHARPENING_AUTO", kEarlier}, {kDeviceSLR, 7, "", kEarlier},
         {kDeviceCompact, -1, "", kEarlier},
     };
@@ -55,12 +53,10 @@ TEST(SharpeningEffectsColorMode, PictureEffectNamesAndMonochromeFilter)
     const EffectCase cases[] = {
         {1028, 6, {}, {"IDS_QEL_IMAGE_EFFECT_PROGRAM_PORTRAIT_K740"}},
         {1029, 6, {}, {"IDS_QEL_IMAGE_EFFECT_PROGRAM_PORTRAIT"}},
-        {1028, 8, {}, {"IDS_QEL_IMAGE_EFFECT_PROGRAM_CUSTOM_K740"}},
         {1028, 9, {}, {"IDS_QEL_IMAGE_EFFECT_PROGRAM_MORE_VIVID"}},
         {0, 10, 3,
          {"IDS_QEL_IMAGE_EFFECT_PROGRAM_BW", ", ", "IDS_QEL_MONOCHROME_FILTER_EFFECT_ORANGE"}},
         {0, 10, 1, {"IDS_QEL_IMAGE_EFFECT_PROGRAM_BW"}},
-        {0, 10, 7, {"IDS_QEL_IMAGE_EFFECT_PROGRAM_BW"}},
         {0, 10, {}, {"IDS_QEL_IMAGE_EFFECT_PROGRAM_BW"}}, {0, 11, 3, {}}, {1028, 0, {}, {}},
     };
     for (const EffectCase& c : cases) {
@@ -95,11 +91,10 @@ TEST(SharpeningEffectsColorMode, ColorModeByFileFamilyAndMonochrome)
         {1028, 2, 0, 1, {}, {"IDS_QEL_COLOR_MODE_MODE2", " ", srgb}, 1, true},
         {263, 9, 0, 3, {}, {"?", " ", "IDS_QEL_COLOR_MODE_UNCALIBRATED"}, kEarlier, true},
         {261, 5, {}, {}, {}, {"IDS_QEL_COLOR_MODE_MODE3A"}, 4, true},
-        {1030, 3, 0, 4, {}, {"IDS_QEL_COLOR_MODE_MODE3"}, 2, true},
         {1028, 1, 1, 1, 5, {bw, ", ", "IDS_QEL_MONOCHROME_FILTER_EFFECT_GREEN"}, 9, false},
         {0, 6, {}, {}, {}, {bw}, 5, false},
         {263, 6, 0, 1, 2, {bw, ", ", "IDS_QEL_MONOCHROME_FILTER_EFFECT_YELLOW"}, 6, false},
-        {0, 3, 1, {}, 0x10002, {bw}, 5, false}, {0, 3, 1, {}, 6, {bw}, 5, false},
+        {0, 3, 1, {}, 0x10002, {bw}, 5, false},
         {1028, {}, 1, 1, 2, {}, kEarlier, false},
     };
     for (const ColorModeCase& c : cases) {

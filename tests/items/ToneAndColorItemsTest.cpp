@@ -1,139 +1,96 @@
-// Tone and colour items: each raw value against the text a user sees, the
+// Tone and colour items: the rows at each table's edges and fallbacks, the
 // blank-versus-missing value of each item, and the list positions recorded.
 #include "TestImgInfo.h"
 
+#include <array>
+
 namespace {
 
+using namespace QelItem;
 using Formatter = void (CQelImgInfo::*)(IVandelTagControl*);
-
-// A formatter, the item it fills and the title it gives that item.
-struct Item { Formatter formatter; UInt32 id; const char* title; };
-#define QEL_ITEM(name, fn, id, title) const Item name{&CQelImgInfo::fn, QelItem::id, title};
-QEL_ITEM(kColor, GetColor, kColor, "IDS_QEL_COLOR")
-QEL_ITEM(kSpace, GetColorSpace, kColorSpace, "IDS_QEL_COLOR_SPACE")
-QEL_ITEM(kTone, GetGammaTable, kToneTable, "IDS_QEL_GAMMA_TABLE")
-QEL_ITEM(kBrtCnt, GetBRTCNTComp, kBrightnessContrast, "IDS_QEL_BRTCNT_COMP")
-QEL_ITEM(kSatAdjust, GetSaturationAdjust, kSaturationAdjust, "IDS_QEL_SATURATION_ADJUSTMENT")
-QEL_ITEM(kNR, GetNoiseReduction, kNoiseReduction, "IDS_QEL_NOISE_REDUCTION")
-QEL_ITEM(kLongNR, GetNoiseReduction, kNoiseReduction, "IDS_QEL_LONG_EXPOSURE_NR")
-QEL_ITEM(kHighNR, GetHighSensitivityNR, kHighSensitivityNR, "IDS_QEL_HIGH_SENSITIVITY_NR")
-QEL_ITEM(kLens, GetConverterLens, kConverterLens, "IDS_QEL_CONVERTER_LENS")
-QEL_ITEM(kSatComp, GetSaturationComp, kSaturationComp, "IDS_QEL_SATURATION_COMP")
-QEL_ITEM(kHue, GetHueAdjustment, kHueAdjustment, "IDS_QEL_HUE_ADJUSTMENT")
-QEL_ITEM(kFalsification, GetFalsificationInfo, kFalsification, "IDS_QEL_FALSIFICATION_INFO")
-#undef QEL_ITEM
-
-struct MappedCase {
-    const Item& item;
-    SInt32 deviceKind, fileKind;
-    std::optional<SInt32> raw;  // none: the tag cannot be read
-    const char* value;
-};
-
 constexpr SInt32 C = kDeviceCompact, S = kDeviceSLR, N = kDeviceScanner;
 
-const MappedCase kMapped[] = {
-    {kColor, S, 0, 1, "IDS_QEL_COLOR_BW_DSLR"}, {kColor, C, 0, 1, "IDS_QEL_COLOR_BW"},
-    {kColor, C, 0, 0, "IDS_QEL_COLOR_COLOR"}, {kColor, S, 0, 9, "IDS_QEL_COLOR_COLOR_DSLR"},
-    {kColor, S, 0, 4, "IDS_QEL_COLOR_COOL"},
-    {kSpace, N, 0, 0x2020100, "IDS_QEL_COLOR_SPACE_PALETTE"},
-    {kSpace, N, 0, 0x10020404, "IDS_QEL_COLOR_SPACE_RGB"},
-    {kSpace, N, 0, 0x10020402, "IDS_QEL_COLOR_SPACE_RAW"},
-    {kSpace, N, 0, -1, "IDS_QEL_COLOR_SPACE_RGB"}, {kSpace, N, 0, 0, "IDS_QEL_COLOR_SPACE_UNKNOWN"},
-    {kSpace, N, 0, {}, "IDS_QEL_COLOR_SPACE_UNKNOWN"},
-    {kTone, C, 1027, 1, "IDS_QEL_GAMMA_TABLE_LOW"}, {kTone, C, 1026, 2, "IDS_QEL_GAMMA_TABLE_HIGH"},
-    {kTone, C, 1028, 1, "IDS_QEL_GAMMA_TABLE_LESS"}, {kTone, S, 0, 2, "IDS_QEL_GAMMA_TABLE_MORE"},
-    {kTone, S, 1027, 19, "IDS_QEL_GAMMA_TABLE_CUSTOM_3"}, {kTone, S, 0, 7, ""},
-    {kTone, S, 0, {}, nullptr}, {kBrtCnt, C, 0, 0x10C, "IDS_QEL_BRTCNT_COMP_SEPIA"},
-    {kBrtCnt, C, 0, 0x103, ""}, {kSatAdjust, S, 0, 4, "IDS_QEL_SATURATION_ADJUSTMENT_AUTO"},
-    {kSatAdjust, S, 0, 0, "IDS_QEL_SATURATION_ADJUSTMENT_NONE"},
-    {kLongNR, S, 0, 1, "IDS_QEL_NOISE_REDUCTION_FIXED"},
-    {kNR, C, 0, 0, "IDS_QEL_NOISE_REDUCTION_OFF"}, {kNR, kDeviceCompactMovie, 0, 2, ""},
-    {kHighNR, S, 0, 1, "IDS_QEL_HIGH_SENSITIVITY_NR_OFF"},
-    {kHighNR, S, 0, 0xFFFF, "IDS_QEL_HIGH_SENSITIVITY_NR_ON"}, {kHighNR, S, 0, 7, nullptr},
-    {kHighNR, S, 0, -1, nullptr}, {kLens, C, 0, 0x3002, "IDS_QEL_CONVERTER_LENS_TELE2"},
-    {kLens, C, 0, 0x3003, "IDS_QEL_CONVERTER_LENS_NONE"},
-    {kFalsification, S, 0, 1, "IDS_QEL_FALSIFICATION_INFO_ON"}, {kFalsification, S, 0, 2, ""},
-    {kFalsification, S, 0, {}, nullptr},
-};
-
-TEST(ToneAndColorItems, MapsEachRawValueToItsText)
+// One raw value of the item's own tag, on a device and file kind.
+ItemCase Raw(const char* key, Formatter formatter, UInt32 id, std::optional<SInt32> raw,
+             SInt32 device = S, SInt32 fileKind = 0)
 {
-    for (const MappedCase& c : kMapped) {
-        SCOPED_TRACE(testing::Message() << c.item.title << " raw " << c.raw.value_or(-99)
-                                        << " device " << c.deviceKind << " file " << c.fileKind);
-        MemoryTagSource tags;
-        tags.Int32(c.item.id, c.raw);
-        TestImgInfo info;
-        ExpectFormatted(info.Kinds(c.deviceKind, c.fileKind), c.item.formatter, tags, c.item.id,
-                        L(c.item.title), Shown(c.value));
-    }
+    return {key, formatter, id, Int(id, raw), Shown(key), device, fileKind};
 }
 
-struct StepCase {
-    const Item& item;
-    std::optional<SInt32> color, step;
-    const char* value;  // as in Shown(); hue numbers go through the unit key
-    bool readsStep;
-};
+TEST(ToneAndColorItems, MapsRawValuesAtTheEdges)
+{
+    const Formatter color = &CQelImgInfo::GetColor, space = &CQelImgInfo::GetColorSpace,
+                    tone = &CQelImgInfo::GetGammaTable, nr = &CQelImgInfo::GetNoiseReduction,
+                    highNR = &CQelImgInfo::GetHighSensitivityNR;
+    ExpectItems({
+        Raw("IDS_QEL_COLOR_BW_DSLR", color, kColor, 1), Raw("IDS_QEL_COLOR_BW", color, kColor, 1, C),
+        Raw("IDS_QEL_COLOR_COLOR_DSLR", color, kColor, 9),
+        Raw("IDS_QEL_COLOR_SPACE_RAW", space, kColorSpace, 0x10020402, N),
+        Raw("IDS_QEL_COLOR_SPACE_RGB", space, kColorSpace, -1, N),
+        Raw("IDS_QEL_COLOR_SPACE_UNKNOWN", space, kColorSpace, {}, N),
+        // Files of kinds 1026 and 1027 name the ends of the tone scale low and high.
+        Raw("IDS_QEL_GAMMA_TABLE_LOW", tone, kToneTable, 1, C, 1027),
+        Raw("IDS_QEL_GAMMA_TABLE_HIGH", tone, kToneTable, 2, C, 1026),
+        Raw("IDS_QEL_GAMMA_TABLE_LESS", tone, kToneTable, 1, C, 1028),
+        Raw("IDS_QEL_GAMMA_TABLE_MORE", tone, kToneTable, 2),
+        {"unused tone", tone, kToneTable, Int(kToneTable, 7), ""}, Raw(nullptr, tone, kToneTable, {}),
+        {"unknown brightness", &CQelImgInfo::GetBRTCNTComp, kBrightnessContrast, Int(kBrightnessContrast, 0x103), "", C},
+        Raw("IDS_QEL_SATURATION_ADJUSTMENT_NONE", &CQelImgInfo::GetSaturationAdjust, kSaturationAdjust, 0),
+        Raw("IDS_QEL_NOISE_REDUCTION_FIXED", nr, kNoiseReduction, 1),
+        {"unknown noise reduction", nr, kNoiseReduction, Int(kNoiseReduction, 2), "", kDeviceCompactMovie},
+        Raw("IDS_QEL_HIGH_SENSITIVITY_NR_ON", highNR, kHighSensitivityNR, 0xFFFF),
+        Raw(nullptr, highNR, kHighSensitivityNR, -1),
+        Raw("IDS_QEL_CONVERTER_LENS_NONE", &CQelImgInfo::GetConverterLens, kConverterLens, 0x3003, C),
+        {"unknown check", &CQelImgInfo::GetFalsificationInfo, kFalsification, Int(kFalsification, 2), ""},
+    });
+}
 
-const StepCase kSteps[] = {
-    {kSatComp, 2, 1, "IDS_QEL_SATURATION_COMP_SEPIA", false},
-    {kSatComp, 4, 1, "IDS_QEL_SATURATION_COMP_COOL", false},
-    {kSatComp, 1, 1, "IDS_QEL_SATURATION_COMP_MONO", false}, {kSatComp, 0, -3, "", true},
-    {kSatComp, 0, -4, "", true}, {kSatComp, 3, -2, "-2", true}, {kSatComp, {}, 2, "+2", true},
-    {kSatComp, 0, 0, "0", true}, {kSatComp, {}, {}, "", true}, {kHue, 1, 2, nullptr, false},
-    {kHue, 3, 0, "0", true}, {kHue, {}, -1, "-1", true}, {kHue, 0, 9, "+9", true},
-    {kHue, 0, {}, nullptr, true},
-};
-
+// A picture in sepia, cool or monochrome names the effect and reads no step.
 TEST(ToneAndColorItems, SaturationAndHueStepsGiveWayToTheColourEffect)
 {
-    for (const StepCase& c : kSteps) {
-        SCOPED_TRACE(testing::Message() << c.item.title << " colour " << c.color.value_or(-99)
-                                        << " step " << c.step.value_or(-99));
+    const struct { Formatter formatter; UInt32 id; std::optional<SInt32> color, step; std::optional<std::string> value; } cases[] = {
+        {&CQelImgInfo::GetSaturationComp, kSaturationComp, 2, 1, L("IDS_QEL_SATURATION_COMP_SEPIA")},
+        {&CQelImgInfo::GetSaturationComp, kSaturationComp, 1, 1, L("IDS_QEL_SATURATION_COMP_MONO")},
+        {&CQelImgInfo::GetSaturationComp, kSaturationComp, 0, -3, ""},  // -3 and below: no step recorded
+        {&CQelImgInfo::GetSaturationComp, kSaturationComp, 3, -2, "-2"},
+        {&CQelImgInfo::GetSaturationComp, kSaturationComp, {}, 0, "0"},
+        {&CQelImgInfo::GetHueAdjustment, kHueAdjustment, 1, 2, {}},
+        {&CQelImgInfo::GetHueAdjustment, kHueAdjustment, {}, -1, LF("IDS_QEL_HUE_ADJUSTMENT_UNIT", "-1")},
+    };
+    for (const auto& c : cases) {
         MemoryTagSource tags;
-        tags.Int32(QelItem::kColor, c.color);
-        tags.Int32(c.item.id, c.step);
+        tags.Int32(kColor, c.color).Int32(c.id, c.step);
         TestImgInfo info;
-        info.Kinds(kDeviceSLR, 0);
-        (info.*c.item.formatter)(&tags);
-        std::optional<std::string> expected = Shown(c.value);
-        if (c.item.id == QelItem::kHueAdjustment && expected)
-            expected = LF("IDS_QEL_HUE_ADJUSTMENT_UNIT", c.value);
-        EXPECT_EQ(info.Value(c.item.id), expected);
-        EXPECT_EQ(tags.WasRead(c.item.id), c.readsStep);
+        (info.Kinds(S, 0).*c.formatter)(&tags);
+        EXPECT_EQ(info.Value(c.id), c.value) << c.step.value_or(-99);
+        EXPECT_EQ(tags.WasRead(c.id), c.color != 1 && c.color != 2);
         EXPECT_TRUE(tags.EveryErrorReleasedOnce());
     }
 }
 
 // One object reads several files in turn: a value the list does not offer
 // keeps the position of the file before.
-struct IndexStep { SInt32 fileKind, raw, index; };
-
 TEST(ToneAndColorItems, ListPositionsSurviveValuesTheListLacks)
 {
     const struct {
-        const Item& item;
+        Formatter formatter;
+        UInt32 id;
         SInt32 TestImgInfo::*index;
-        std::vector<IndexStep> steps;
+        std::vector<std::array<SInt32, 3>> steps;  // file kind, raw value, position after it
     } sequences[] = {
-        {kTone, &TestImgInfo::m_gammaListIndex,
-         {{0, 6, 3}, {0, 4, 3}, {1026, 1, 0}, {1028, 1, 0}, {0, 3, 0}, {0, 17, 0}, {0, 18, 0},
-          {0, 19, 0}, {0, 7, 0}, {0, -1, 0}, {0, 16, 5}, {0, 5, 1}, {1028, 2, 4}, {0, 0, 2}}},
-        {kSatAdjust, &TestImgInfo::m_saturationListIndex,
-         {{0, 3, 2}, {0, 4, 2}, {0, 0, 2}, {0, 2, 1}, {0, 1, 0}}},
-        {kBrtCnt, &TestImgInfo::m_brtcntListIndex, {{0, 1, -1}, {0, 0, -1}, {0, 2, -1}}},
+        {&CQelImgInfo::GetGammaTable, kToneTable, &TestImgInfo::m_gammaListIndex,
+         {{0, 6, 3}, {0, 4, 3}, {1026, 1, 0}, {0, 17, 0}, {0, 7, 0}, {0, 16, 5}, {1028, 2, 4}}},
+        {&CQelImgInfo::GetSaturationAdjust, kSaturationAdjust, &TestImgInfo::m_saturationListIndex,
+         {{0, 3, 2}, {0, 4, 2}, {0, 1, 0}}},
+        {&CQelImgInfo::GetBRTCNTComp, kBrightnessContrast, &TestImgInfo::m_brtcntListIndex, {{0, 1, -1}, {0, 2, -1}}},
     };
     for (const auto& sequence : sequences) {
         TestImgInfo info;
-        for (const IndexStep& step : sequence.steps) {
-            SCOPED_TRACE(testing::Message() << sequence.item.title << " raw " << step.raw);
+        for (const auto& [fileKind, raw, index] : sequence.steps) {
             MemoryTagSource tags;
-            tags.Int32(sequence.item.id, step.raw);
-            info.Kinds(kDeviceSLR, step.fileKind);
-            (info.*sequence.item.formatter)(&tags);
-            EXPECT_EQ(info.*sequence.index, step.index);
+            tags.Int32(sequence.id, raw);
+            (info.Kinds(S, fileKind).*sequence.formatter)(&tags);
+            EXPECT_EQ(info.*sequence.index, index) << std::hex << sequence.id << std::dec << " raw " << raw;
         }
     }
 }

@@ -17,10 +17,8 @@ struct BalanceCase {
 
 const BalanceCase kBalanceCases[] = {
     {{{0, 0}}, 0, 0, [] { return L("IDS_QEL_WB_AUTO"); }, kKept},
-    {{{1, 0}}, {}, 0, [] { return L("IDS_QEL_WB_INCANDESCENT"); }, 0},
     {{{6, 0}}, -3, 0, [] { return L("IDS_QEL_WB_CLOUDY") + " -3"; }, 5},
     {{{8, 5000}}, 1, 0, [] { return LF("IDS_QEL_WB_COLOR_TEMP", 5000) + " +1"; }, kKept},
-    {{{7, 0}}, {}, 1028, [] { return L("IDS_QEL_WB_PRESET"); }, kKept},
     {{{39, 0}}, {}, 1028, [] { return L("IDS_QEL_WB_PRESET") + " d-2"; }, kKept},
     {{{71, 0}}, {}, 260, [] { return L("IDS_QEL_WB_PRESET") + " d-4"; }, kKept},
     {{{39, 0}}, {}, 0, [] { return L("IDS_QEL_WB_PRESET") + " 2"; }, kKept},

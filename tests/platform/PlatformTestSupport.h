@@ -12,23 +12,18 @@
 #include <fstream>
 #include <string>
 
+#include <memory>
+#include <type_traits>
+
 // Owns one CF reference for the length of a test.
 template <class Ref>
-class Owned {
-public:
-    explicit Owned(Ref ref = nullptr) : ref_(ref) {}
-    ~Owned()
+struct Owned : std::unique_ptr<std::remove_pointer_t<Ref>, void (*)(CFTypeRef)> {
+    explicit Owned(Ref ref = nullptr)
+        : std::unique_ptr<std::remove_pointer_t<Ref>, void (*)(CFTypeRef)>(
+              ref, [](CFTypeRef r) { CFRelease(r); })
     {
-        if (ref_)
-            CFRelease(ref_);
     }
-    Owned(const Owned&) = delete;
-    Owned& operator=(const Owned&) = delete;
-    Ref get() const { return ref_; }
-    operator Ref() const { return ref_; }
-
-private:
-    Ref ref_;
+    operator Ref() const { return this->get(); }
 };
 
 inline CFStringRef MakeString(const char* utf8)
@@ -45,9 +40,6 @@ public:
         root_ = mkdtemp(&pattern[0]) ? pattern : std::string();
     }
     ~TempTree() { std::filesystem::remove_all(root_); }
-    TempTree(const TempTree&) = delete;
-    TempTree& operator=(const TempTree&) = delete;
-
     const std::string& Root() const { return root_; }
 
     // Writes `bytes` to root/relative, creating the folders on the way.

@@ -14,7 +14,6 @@ namespace {
 
 using qel::JsonTagSource;
 using Bytes = std::vector<UInt8>;
-using qelinfo_test::BytesOf;
 
 std::unique_ptr<JsonTagSource> Source(const std::string& tags, const std::string& fileKind = "1028")
 {
@@ -61,15 +60,15 @@ INSTANTIATE_TEST_SUITE_P(
         ReadCase{"TextExactFit", kModel, 2, 4, Bytes{'Q', '7', '7', 0}},
         ReadCase{"TextOneByteBuffer", kModel, 2, 1, Bytes{0}},
         ReadCase{"IntsTruncatedWithoutTerminator", R"({"id": 272, "type": 3, "ints": [-2, 7]})", 3,
-                 6, [] { Bytes b = BytesOf(std::vector<SInt32>{-2, 7}); b.resize(6); return b; }()},
+                 6, [] { Bytes b = qel::HostBytes(std::vector<SInt32>{-2, 7}); b.resize(6); return b; }()},
         ReadCase{"IntsZeroFilled", R"({"id": 272, "type": 3, "ints": [5000]})", 3, 8,
-                 BytesOf(std::vector<SInt32>{5000, 0})},
+                 qel::HostBytes(std::vector<SInt32>{5000, 0})},
         ReadCase{"U16Record", R"({"id": 272, "type": 260, "u16": [32777, 200]})", 260, 4,
-                 BytesOf(std::vector<UInt16>{32777, 200})},
+                 qel::HostBytes(std::vector<UInt16>{32777, 200})},
         ReadCase{"ValueStep", R"({"id": 272, "type": 17, "valueStep": [-4, 1, 6]})", 17, 6,
-                 BytesOf(std::vector<SInt16>{-4, 1, 6})},
+                 qel::HostBytes(std::vector<SInt16>{-4, 1, 6})},
         ReadCase{"DoublesToTypeNineteen", R"({"id": 272, "type": 19, "doubles": [1, 0, 2.5]})",
-                 19, 24, BytesOf(std::vector<double>{1, 0, 2.5})},
+                 19, 24, qel::HostBytes(std::vector<double>{1, 0, 2.5})},
         ReadCase{"HexWithBlanks", R"({"id": 272, "type": 279, "hex": "3031 3030 01 00"})", 279, 8,
                  Bytes{'0', '1', '0', '0', 1, 0, 0, 0}},
         ReadCase{"TextTaggedWithAnotherType", R"({"id": 272, "type": 7, "text": "ab"})", 7, 4, Bytes{'a', 'b', 0, 0}},
@@ -163,35 +162,24 @@ INSTANTIATE_TEST_SUITE_P(
     Files, MalformedTagFile,
     ::testing::Values(
         MalformedCase{"MissingColon", "{\n  \"tags\": [\n    {\"id\" 1}\n]}", {"line 3, column 11", "syntax"}},
-        MalformedCase{"SecondLineStray", "{\"tags\": []}\nx", {"line 2, column 1"}},
         MalformedCase{"NotAnObject", "[1, 2]", {"\"tags\""}},
         MalformedCase{"NoTags", R"({"fileKind": 1})", {"\"tags\""}},
         MalformedCase{"UnknownTopKey", R"({"tags": [], "filekind": 1})", {"filekind"}},
-        MalformedCase{"FileKindFraction", R"({"fileKind": 1.5, "tags": []})", {"fileKind"}},
         MalformedCase{"DuplicateID", R"({"tags": [{"id": 272, "type": 2, "text": "a"},
                                                   {"id": "0x110", "type": 2, "text": "b"}]})",
                       {"0x110", "twice"}},
         MalformedCase{"IDMissing", R"({"tags": [{"type": 2, "text": "a"}]})", {"tag #1", "\"id\""}},
-        MalformedCase{"IDNotHex", R"({"tags": [{"id": "272", "type": 2, "text": "a"}]})", {"tag #1", "\"id\""}},
         MalformedCase{"IDBeyond32Bits", R"({"tags": [{"id": "0x100000000", "type": 2, "text": "a"}]})", {"\"id\""}},
         MalformedCase{"TypeMissing", R"({"tags": [{"id": 272, "text": "a"}]})", {"tag 0x110", "\"type\""}},
         MalformedCase{"NoPayload", R"({"tags": [{"id": 272, "type": 3}]})", {"tag 0x110", "no payload"}},
-        MalformedCase{"TwoPayloads", R"({"tags": [{"id": 272, "type": 3, "ints": [1], "u16": [1]}]})",
-                      {"tag 0x110", "\"ints\"", "\"u16\""}},
         MalformedCase{"UnknownTagKey", R"({"tags": [{"id": 272, "type": 3, "int": [1]}]})", {"tag 0x110", "\"int\""}},
         MalformedCase{"IntBeyond32Bits", R"({"tags": [{"id": "0x80005", "type": 266, "ints": [1, 2147483648]}]})",
                       {"tag 0x80005", "\"ints\" element 1"}},
-        MalformedCase{"IntFraction", R"({"tags": [{"id": 272, "type": 3, "ints": [1.5]}]})", {"tag 0x110", "element 0"}},
-        MalformedCase{"U16Negative", R"({"tags": [{"id": 272, "type": 260, "u16": [0, -1]}]})", {"tag 0x110", "\"u16\""}},
         MalformedCase{"ByteTooLarge", R"({"tags": [{"id": 272, "type": 261, "bytes": [256]}]})", {"tag 0x110", "\"bytes\""}},
         MalformedCase{"ValueStepOfTwo", R"({"tags": [{"id": "0x9204", "type": 17, "valueStep": [1, 3]}]})",
                       {"tag 0x9204", "\"valueStep\""}},
-        MalformedCase{"ValueStepBeyond16Bits", R"({"tags": [{"id": 272, "type": 17, "valueStep": [40000, 1, 3]}]})",
-                      {"\"valueStep\""}},
         MalformedCase{"HexOdd", R"({"tags": [{"id": 272, "type": 271, "hex": "303"}]})", {"tag 0x110", "odd"}},
-        MalformedCase{"HexNotHex", R"({"tags": [{"id": 272, "type": 271, "hex": "3g"}]})", {"tag 0x110", "hex"}},
         MalformedCase{"TextNotString", R"({"tags": [{"id": 272, "type": 2, "text": 5}]})", {"tag 0x110", "\"text\""}},
-        MalformedCase{"SizeNegative", R"({"tags": [{"id": 272, "type": 2, "text": "a", "size": -1}]})", {"tag 0x110", "\"size\""}},
         MalformedCase{"TagNotObject", R"({"tags": [{"id": 271, "type": 2, "text": "a"}, 5]})", {"tag #2"}}),
     [](const auto& info) { return std::string(info.param.name); });
 

@@ -13,16 +13,6 @@
 
 namespace qelinfo_test {
 
-// Numbers or records as the bytes a tag source delivers them in (host order).
-template <class T>
-std::vector<uint8_t> BytesOf(const std::vector<T>& values)
-{
-    std::vector<uint8_t> bytes(values.size() * sizeof(T));
-    if (!bytes.empty())
-        std::memcpy(bytes.data(), values.data(), bytes.size());
-    return bytes;
-}
-
 std::string ReadAll(const std::string& path);
 
 struct ExifEntry {

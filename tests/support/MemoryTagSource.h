@@ -1,141 +1,94 @@
-// An in-memory tag source for tests. It serves the tags it was given, fails
-// every other read with an error object, and counts the releases of every
-// error object it hands out.
+// The tests' tag source: the tag table qelinfo reads files into, filled tag
+// by tag. It also notes every read and hands out each error object through a
+// counter, so a test can tell that every error was released exactly once.
 #ifndef QEL_TEST_MEMORY_TAG_SOURCE_H
 #define QEL_TEST_MEMORY_TAG_SOURCE_H
 
-#include "IVandelTagControl.h"
+#include "TagTable.h"
 
-#include <cstring>
-#include <map>
-#include <memory>
+#include <algorithm>
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
 
-class MemoryTagSource : public IVandelTagControl {
+class MemoryTagSource : public qel::TagTable {
 public:
     struct Read {
         UInt32 tagID, valueType, bufferSize;
     };
 
-    MemoryTagSource() = default;
-    explicit MemoryTagSource(std::optional<SInt32> fileKind) : m_fileKind(fileKind) {}
+    // File kind 0 unless told; nullopt makes GetFileKind fail.
+    explicit MemoryTagSource(std::optional<SInt32> fileKind = 0) { SetFileKind(fileKind); }
 
-    MemoryTagSource& Bytes(UInt32 id, UInt32 type, std::vector<UInt8> bytes)
+    // `size` overrides what GetTagSize answers.
+    MemoryTagSource& Bytes(UInt32 id, UInt32 type, std::vector<UInt8> bytes,
+                           std::optional<UInt32> size = {})
     {
-        const auto size = static_cast<UInt32>(bytes.size());
-        m_tags[id] = Tag{type, std::move(bytes), size};
+        const auto length = static_cast<UInt32>(bytes.size());
+        Add(id, Tag{type, std::move(bytes), size.value_or(length), false});
         return *this;
     }
     template <class T>
-    MemoryTagSource& Record(UInt32 id, UInt32 type, const T& record)
-    {
-        std::vector<UInt8> bytes(sizeof record);
-        std::memcpy(bytes.data(), &record, sizeof record);
-        return Bytes(id, type, std::move(bytes));
-    }
-    template <class T>
-    MemoryTagSource& Array(UInt32 id, UInt32 type, const std::vector<T>& values)
-    {
-        std::vector<UInt8> bytes(values.size() * sizeof(T));
-        if (!values.empty())
-            std::memcpy(bytes.data(), values.data(), bytes.size());
-        return Bytes(id, type, std::move(bytes));
-    }
-    // Text with its terminating zero; `size` overrides what GetTagSize answers.
+    MemoryTagSource& Record(UInt32 id, UInt32 type, const T& record) { return Bytes(id, type, qel::HostBytes(record)); }
     MemoryTagSource& Text(UInt32 id, const std::string& text, std::optional<UInt32> size = {})
     {
-        Bytes(id, 2, std::vector<UInt8>(text.c_str(), text.c_str() + text.size() + 1));
-        return size ? Size(id, *size) : *this;
+        AddText(id, text, size);
+        return *this;
     }
-    MemoryTagSource& Int32(UInt32 id, SInt32 value) { return Record(id, 3, value); }
-    // The optional forms store nothing for an absent value.
-    MemoryTagSource& Int32(UInt32 id, std::optional<SInt32> v) { return v ? Int32(id, *v) : *this; }
-    MemoryTagSource& Double(UInt32 id, std::optional<double> v) { return v ? Double(id, *v) : *this; }
-    MemoryTagSource& Int32s(UInt32 id, const std::vector<SInt32>& v) { return Array(id, 3, v); }
-    MemoryTagSource& Double(UInt32 id, double value) { return Record(id, 4, value); }
-    MemoryTagSource& Doubles(UInt32 id, const std::vector<double>& v) { return Array(id, 4, v); }
+    // An absent value stores no tag.
+    MemoryTagSource& Int32(UInt32 id, std::optional<SInt32> v) { return v ? Record(id, kQelValueInt32, *v) : *this; }
+    MemoryTagSource& Double(UInt32 id, std::optional<double> v) { return v ? Record(id, kQelValueDouble, *v) : *this; }
+    MemoryTagSource& Int32s(UInt32 id, const std::vector<SInt32>& v, std::optional<UInt32> size = {})
+    {
+        return Bytes(id, kQelValueInt32, qel::HostBytes(v), size);
+    }
+    MemoryTagSource& Doubles(UInt32 id, const std::vector<double>& v) { return Bytes(id, kQelValueDouble, qel::HostBytes(v)); }
     MemoryTagSource& ValueStep(UInt32 id, SInt16 value, SInt16 numerator, SInt16 denominator)
     {
-        return Record(id, 17, tagStrValueStep{value, numerator, denominator});
-    }
-    MemoryTagSource& Size(UInt32 id, UInt32 size) { m_tags[id].size = size; return *this; }
-    MemoryTagSource& Remove(UInt32 id) { m_tags.erase(id); return *this; }
-
-    // IVandelTagControl
-    UInt32 GetTagInfo(UInt32 tagID, UInt32) override
-    {
-        auto it = m_tags.find(tagID);
-        return it == m_tags.end() ? 0 : it->second.type;
-    }
-    UInt32 GetTagSize(UInt32 tagID, UInt32) override
-    {
-        auto it = m_tags.find(tagID);
-        return it == m_tags.end() ? 0 : it->second.size;
-    }
-    ITagError* GetTagValue(UInt32 tagID, UInt32 valueType, UInt32 bufferSize, void* buffer,
-                           UInt32) override
-    {
-        m_reads.push_back({tagID, valueType, bufferSize});
-        auto it = m_tags.find(tagID);
-        if (it == m_tags.end() || it->second.type != valueType || !buffer)
-            return NewError();
-        const std::vector<UInt8>& bytes = it->second.bytes;
-        size_t n = bytes.size() < bufferSize ? bytes.size() : bufferSize;
-        auto* out = static_cast<UInt8*>(buffer);
-        if (n)
-            std::memcpy(out, bytes.data(), n);
-        std::memset(out + n, 0, bufferSize - n);
-        if (valueType == 2 && bufferSize > 0)
-            out[bufferSize - 1 < n ? bufferSize - 1 : n] = 0;
-        return nullptr;
-    }
-    ITagError* GetFileKind(SInt32* fileKind) override
-    {
-        if (!m_fileKind)
-            return NewError();
-        *fileKind = *m_fileKind;
-        return nullptr;
+        return Record(id, kQelValueStep, tagStrValueStep{value, numerator, denominator});
     }
 
-    // Accounting
-    int ErrorsIssued() const { return static_cast<int>(m_errors.size()); }
-    bool EveryErrorReleasedOnce() const
+    ITagError* GetTagValue(UInt32 tagID, UInt32 type, UInt32 size, void* buffer,
+                           UInt32 index) override
     {
-        for (const auto& error : m_errors)
-            if (error->releases != 1)
-                return false;
-        return true;
+        m_reads.push_back({tagID, type, size});
+        return Counted(TagTable::GetTagValue(tagID, type, size, buffer, index));
     }
+    ITagError* GetFileKind(SInt32* fileKind) override { return Counted(TagTable::GetFileKind(fileKind)); }
+
     const std::vector<Read>& Reads() const { return m_reads; }
     bool WasRead(UInt32 tagID) const
     {
-        for (const Read& read : m_reads)
-            if (read.tagID == tagID)
-                return true;
-        return false;
+        return std::any_of(m_reads.begin(), m_reads.end(),
+                           [tagID](const Read& read) { return read.tagID == tagID; });
+    }
+    int ErrorsIssued() const { return static_cast<int>(m_errors.size()); }
+    bool EveryErrorReleasedOnce() const
+    {
+        return OutstandingErrors() == 0 &&
+               std::all_of(m_errors.begin(), m_errors.end(),
+                           [](const CountedError& error) { return error.releases == 1; });
     }
 
 private:
-    struct Tag {
-        UInt32 type = 0;
-        std::vector<UInt8> bytes;
-        UInt32 size = 0;  // what GetTagSize answers
-    };
-    struct CountingError final : ITagError {
+    // Passes the first release on to the table's error object, counting all.
+    struct CountedError final : ITagError {
+        explicit CountedError(ITagError* inner) : inner(inner) {}
+        UInt32 GetErrorCode() const override { return inner->GetErrorCode(); }
+        const char* GetErrorText() const override { return inner->GetErrorText(); }
+        void Release() override
+        {
+            if (releases++ == 0)
+                inner->Release();
+        }
+        ITagError* inner;
         int releases = 0;
-        void Release() override { ++releases; }
     };
-    ITagError* NewError()
-    {
-        m_errors.push_back(std::make_unique<CountingError>());
-        return m_errors.back().get();
-    }
+    // A deque keeps earlier errors in place.
+    ITagError* Counted(ITagError* error) { return error ? &m_errors.emplace_back(error) : nullptr; }
 
-    std::optional<SInt32> m_fileKind = 0;
-    std::map<UInt32, Tag> m_tags;
-    std::vector<std::unique_ptr<CountingError>> m_errors;
+    std::deque<CountedError> m_errors;
     std::vector<Read> m_reads;
 };
 

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -32,34 +33,27 @@ public:
         m_fileKind = fileKind;
         return *this;
     }
-    std::optional<std::string> Title(UInt32 itemID) const
+    std::optional<std::string> Title(UInt32 itemID) const { return Text(m_infoDict.FindTitle(itemID)); }
+    std::optional<std::string> Value(UInt32 itemID) const { return Text(m_infoDict.FindValue(itemID)); }
+    static std::optional<std::string> Text(const CQelString* text)
     {
-        CQelString text;
-        return m_infoDict.GetTitle(itemID, &text) ? std::optional(text.ToUTF8()) : std::nullopt;
-    }
-    std::optional<std::string> Value(UInt32 itemID) const
-    {
-        CQelString text;
-        return m_infoDict.GetValue(itemID, &text) ? std::optional(text.ToUTF8()) : std::nullopt;
+        return text ? std::optional(text->ToUTF8()) : std::nullopt;
     }
 };
 
-// The localized text of a key, as the library's bundle gives it.
-inline std::string L(const char* key)
-{
-    CQelString text;
-    text.LoadString(key);
-    return text.ToUTF8();
-}
-
-// The localized format of a key applied to the arguments.
+// The localized text of a key, as the library's bundle gives it, with the
+// arguments applied to it as a format.
 template <class... Arguments>
 std::string LF(const char* key, Arguments... arguments)
 {
     CQelString text;
-    text.LoadStringWithFormat(key, arguments...);
+    if constexpr (sizeof...(arguments) == 0)
+        text.LoadString(key);
+    else
+        text.LoadStringWithFormat(key, arguments...);
     return text.ToUTF8();
 }
+inline std::string L(const char* key) { return LF(key); }
 
 // An expected value: null for none, a key for its text, anything else literal.
 inline std::optional<std::string> Shown(const char* text)
@@ -80,6 +74,37 @@ inline void ExpectFormatted(TestImgInfo& info, void (CQelImgInfo::*formatter)(IV
     EXPECT_EQ(info.Title(item), title);
     EXPECT_EQ(info.Value(item), value);
     EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+}
+
+using Tags = std::function<void(MemoryTagSource&)>;
+inline Tags Int(UInt32 id, std::optional<SInt32> v) { return [=](MemoryTagSource& t) { t.Int32(id, v); }; }
+inline Tags Dbl(UInt32 id, std::optional<double> v) { return [=](MemoryTagSource& t) { t.Double(id, v); }; }
+
+// One formatter run on one file's tags.
+struct ItemCase {
+    const char* name;
+    std::function<void(CQelImgInfo&, IVandelTagControl*)> formatter;
+    UInt32 item;
+    Tags tags;                                // null: no tag source at all
+    std::optional<std::string> value;         // nullopt: the title alone
+    SInt32 deviceKind = kDeviceSLR, fileKind = 0;
+};
+
+// Runs each case on a fresh object: the item has its title and the expected
+// value, and every error the tags handed out was released exactly once.
+inline void ExpectItems(const std::vector<ItemCase>& cases)
+{
+    for (const ItemCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        MemoryTagSource tags;
+        if (c.tags)
+            c.tags(tags);
+        TestImgInfo info;
+        c.formatter(info.Kinds(c.deviceKind, c.fileKind), c.tags ? &tags : nullptr);
+        EXPECT_TRUE(info.Title(c.item).has_value());
+        EXPECT_EQ(info.Value(c.item), c.value);
+        EXPECT_TRUE(tags.EveryErrorReleasedOnce());
+    }
 }
 
 #endif
