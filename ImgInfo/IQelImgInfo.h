@@ -15,9 +15,10 @@
 #ifndef QEL_IQELIMGINFO_H
 #define QEL_IQELIMGINFO_H
 
-#include <CoreFoundation/CoreFoundation.h>
+#include <QelImgInfo/QelCoreFoundation.h>
 
 #include "IVandelTagControl.h"
+#include "QelItemIDs.h"
 
 #if defined(_WIN32)
 #define QEL_EXPORT __declspec(dllexport)

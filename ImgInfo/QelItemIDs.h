@@ -5,7 +5,7 @@
 #ifndef QEL_ITEM_IDS_H
 #define QEL_ITEM_IDS_H
 
-#include <CoreFoundation/CoreFoundation.h>
+#include <QelImgInfo/QelCoreFoundation.h>
 
 namespace QelItem {
 constexpr UInt32 kModel = 0x110;

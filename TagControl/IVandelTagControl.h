@@ -5,7 +5,7 @@
 #ifndef QEL_IVANDEL_TAG_CONTROL_H
 #define QEL_IVANDEL_TAG_CONTROL_H
 
-#include <CoreFoundation/CoreFoundation.h>
+#include <QelImgInfo/QelCoreFoundation.h>
 #include <cstddef>
 
 // Error object returned by a failed read. Whoever receives it owns it and

@@ -2,7 +2,7 @@
 #ifndef QELINFO_CFTEXT_H
 #define QELINFO_CFTEXT_H
 
-#include <CoreFoundation/CoreFoundation.h>
+#include <QelImgInfo/QelCoreFoundation.h>
 
 #include <optional>
 #include <string>

@@ -36,6 +36,11 @@ using qelcf::StringTable;
 
 constexpr char kDefaultTable[] = "Localizable";
 constexpr char kFrameworkSuffix[] = ".framework";
+#ifdef QEL_CF_INSTALLED_BUNDLES
+constexpr char kInstalledBundles[] = QEL_CF_INSTALLED_BUNDLES;
+#else
+constexpr char kInstalledBundles[] = "";
+#endif
 
 // The locale variables, in the order they are consulted.
 constexpr std::array<const char*, 4> kLocaleVariables = {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
@@ -250,6 +255,11 @@ std::vector<std::string> LoadedObjectDirectories()
         char resolved[PATH_MAX];
         add(DirectoryOf(realpath(object.c_str(), resolved) ? std::string(resolved) : object));
     }
+    // An installed library keeps its bundles under the data folder, at a fixed
+    // distance from its own, so a moved prefix still finds them.
+    const size_t beside = directories.size();
+    for (size_t i = 0; i < beside && kInstalledBundles[0] != '\0'; ++i)
+        add(directories[i] + "/" + kInstalledBundles);
     return directories;
 }
 

@@ -14,9 +14,10 @@ static inline TextEncoding GetApplicationTextEncoding(void)
     return CFStringGetSystemEncoding();
 }
 #else
+#define GetApplicationTextEncoding QelGetApplicationTextEncoding
 CF_EXTERN_C_BEGIN
 // The encoding of the running application's own texts; UTF-8 here.
-CF_EXPORT TextEncoding GetApplicationTextEncoding(void);
+CF_INTERNAL TextEncoding GetApplicationTextEncoding(void);
 CF_EXTERN_C_END
 #endif
 
