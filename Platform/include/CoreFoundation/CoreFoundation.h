@@ -10,6 +10,11 @@
 #ifndef QEL_PORTABLE_COREFOUNDATION_H
 #define QEL_PORTABLE_COREFOUNDATION_H
 
+#if defined(__APPLE__)
+// The system framework, which this folder on the include path must not hide.
+#include_next <CoreFoundation/CoreFoundation.h>
+#else
+
 #include <QelImgInfo/QelCoreFoundation.h>
 
 #define CF_INTERNAL extern __attribute__((visibility("hidden")))
@@ -128,4 +133,5 @@ CF_INTERNAL CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, CFString
 
 CF_EXTERN_C_END
 
+#endif
 #endif
