@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // QelImgInfo: the shooting information of one image file as localized,
 // human-readable titles and values, laid out in a display grid per kind of
 // device, with value lists for six adjustable settings.

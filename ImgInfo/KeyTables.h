@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Constant {raw value, localization key} tables, the form in which every
 // formatter keeps its mapping from what the camera wrote to what is shown.
 #ifndef QEL_KEY_TABLES_H

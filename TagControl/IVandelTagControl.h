@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tag source a host hands to IQelImgInfo::ReadFileTags: an object of the
 // sibling tag-reading library, already opened on one image file. The library
 // only calls slots 3, 4, 5 and 15 and the error object's Release; the slot

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Install: the library with its resources (component Runtime); headers, CMake
 # package and pkg-config file (Development).
 install(TARGETS QelImgInfo EXPORT QelImgInfoTargets

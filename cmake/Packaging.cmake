@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Debian packages (cpack -G DEB): the library with its resources, its
 # development files, and qelinfo. Configure with -DCMAKE_INSTALL_PREFIX=/usr
 # so the library lands in the system's library folder.

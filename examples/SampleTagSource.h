@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An in-memory tag source describing one SLR photo, as a host would hand the
 // library the tags of a file it opened.
 #ifndef QEL_SAMPLE_TAG_SOURCE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A minimal host of QelImgInfo: it hands the library an in-memory tag source
 // describing one SLR photo, prints the display grid column by column and
 // releases the object. It uses only the library's public headers.

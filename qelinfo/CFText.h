@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CoreFoundation strings handed over by the library, as UTF-8 text.
 #ifndef QELINFO_CFTEXT_H
 #define QELINFO_CFTEXT_H

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs what building, testing and running QelImgInfo needs on Debian.
 set -euo pipefail
 packages=(build-essential cmake pkg-config ccache clang valgrind

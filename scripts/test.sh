@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs the dependencies, then checks the tree.
 #
 #   scripts/test.sh          the release build (g++) with warnings as errors and

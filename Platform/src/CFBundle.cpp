@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CFBundle: finding bundles and looking up their localized strings.
 //
 // Every table is read on its first use and kept with the bundle; the

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Installs the built library into a scratch prefix, then builds and runs a
 # host against it twice: through find_package and through pkg-config; runs
 # it once more after the prefix has moved.

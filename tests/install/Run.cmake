@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # run(<command...>): runs a command, fails the test with its output if it fails.
 function(run)
   execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)

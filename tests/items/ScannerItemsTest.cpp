@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Film-scanner items: mapped settings, plain numbers, filter intensities
 // and the analog gains.
 #include "TestImgInfo.h"

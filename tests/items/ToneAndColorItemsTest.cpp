@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tone and colour items: each raw value against the text a user sees, the
 // blank-versus-missing value of each item, and the list positions recorded.
 #include "TestImgInfo.h"

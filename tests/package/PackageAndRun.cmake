@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Builds the Debian packages for /usr, unpacks them into a scratch root,
 # builds the sample host against the -dev contents and runs it and qelinfo
 # from there; lintian, when present, must report no error.

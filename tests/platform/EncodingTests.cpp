@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Encodings: external representations, loss bytes, byte-order marks,
 // maximum sizes and round trips through the Japanese and Mac encodings.
 #include "PlatformTestSupport.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CFString: interned constants, reference counts, editing in place, C
 // strings, search (case-insensitive over every UTF-16 unit) and comparison.
 #include "PlatformTestSupport.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Configures, builds and runs the host project of this folder, which pulls
 # QelImgInfo in with add_subdirectory.
 include(${CMAKE_CURRENT_LIST_DIR}/../install/Run.cmake)

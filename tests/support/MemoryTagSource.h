@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An in-memory tag source for tests. It serves the tags it was given, fails
 // every other read with an error object, and counts the releases of every
 // error object it hands out.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Fails unless every defined dynamic symbol of LIBRARY is on the allow-list:
 # the interface's factory and type information, the prefixed CoreFoundation
 # functions under version QELIMGINFO_1, and the version itself.

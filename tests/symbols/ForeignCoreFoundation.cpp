@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ForeignCoreFoundation.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Another CoreFoundation in the host process, reduced to three functions
 // under their plain names, each counting its calls.
 #ifndef QEL_TEST_FOREIGN_COREFOUNDATION_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the sample SLR photo through the shared library and exports every
 // grid cell, in a process that also holds another CoreFoundation under the
 // plain names: the library's strings and the stand-in's must not mix.

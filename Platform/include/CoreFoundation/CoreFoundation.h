@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Portable CoreFoundation: the subset of Apple's CoreFoundation API that the
 // library uses, with the same names, types, constants and documented
 // semantics. Built only where the system has no CoreFoundation (Linux); on

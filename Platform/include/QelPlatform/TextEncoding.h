@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The application's text encoding, as the Text Encoding Conversion Manager
 // reports it. Modern Apple SDKs no longer declare it for 64-bit code, so on
 // every platform the library reaches it through this header.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The CoreFoundation types and functions a host needs to read and release
 // the strings QelImgInfo hands it. On Apple platforms this is the system
 // framework. Elsewhere it is the library's portable layer: the same types
