@@ -20,9 +20,10 @@ esac
 
 scripts/install-deps.sh
 jobs=$(nproc)
-# ccache serves the builds the install, subproject and package tests make again.
-cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQEL_WERROR=ON \
-  -DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache
+# Every build below, and those the subproject and package tests make again,
+# compile through ccache.
+export CMAKE_CXX_COMPILER_LAUNCHER=ccache CMAKE_C_COMPILER_LAUNCHER=ccache
+cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQEL_WERROR=ON
 cmake --build build -j"$jobs"
 ctest --test-dir build --output-on-failure -j"$jobs"
 scripts/sanitize.sh asan
