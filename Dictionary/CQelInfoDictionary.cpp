@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CQelInfoDictionary.h"
 
 #include <QelPlatform/TextEncoding.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CQelInfoDictionary: the store that one ReadFileTags fills and every query
 // reads. Each item ID may hold a title and, independently, a value; an empty
 // value counts as present. The last write of an item wins.

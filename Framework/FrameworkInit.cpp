@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Load-time set-up: the framework finds its own bundle so that every title
 // and value is looked up in its own strings tables, whichever application
 // loaded it.

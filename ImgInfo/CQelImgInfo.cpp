@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CQelImgInfo.h"
 #include "TagReads.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CQelImgInfo: the image-information object behind IQelImgInfo. A read fills
 // its dictionary through the item formatters (one file of Items/ per group of
 // items); the export, grid and value-list operations only read it.

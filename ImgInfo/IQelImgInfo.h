@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // QelImgInfo: the shooting information of one image file as localized,
 // human-readable titles and values, laid out in a display grid per kind of
 // device, with value lists for six adjustable settings.
@@ -17,9 +18,10 @@
 #ifndef QEL_IQELIMGINFO_H
 #define QEL_IQELIMGINFO_H
 
-#include <CoreFoundation/CoreFoundation.h>
+#include <QelImgInfo/QelCoreFoundation.h>
 
 #include "IVandelTagControl.h"
+#include "QelItemIDs.h"
 
 #if defined(_WIN32)
 #define QEL_EXPORT __declspec(dllexport)

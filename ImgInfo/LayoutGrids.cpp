@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The display grid of each kind of device: which item stands in which cell.
 // The host fills the grid column by column; 0 is an empty cell.
 #include "CQelImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Device classification from the Make and Model tags, and the display name
 // of the model (item 272).
 #include "CQelImgInfo.h"

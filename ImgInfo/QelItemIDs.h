@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Item IDs: the keys under which IQelImgInfo stores titles and values. Most
 // are the number of the tag the item is read from; 0x7xxxx items are derived.
 // kQelAllItemIDs lists every item the library can store, ascending, so a
@@ -5,7 +6,7 @@
 #ifndef QEL_ITEM_IDS_H
 #define QEL_ITEM_IDS_H
 
-#include <CoreFoundation/CoreFoundation.h>
+#include <QelImgInfo/QelCoreFoundation.h>
 
 namespace QelItem {
 constexpr UInt32 kModel = 0x110;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ReadFileTags: empties the store, learns the file kind, classifies the
 // device and runs the item formatters in the fixed order of each device kind.
 #include "CQelImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Titles, values and the joined display line of an item, into a caller's
 // buffer in any encoding or as a new CFString.
 #include "CQelImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Typed reads from the tag source for the item formatters. Each read zeroes
 // its buffer, asks the tag source once and, when the tag source answers with
 // an error object, releases that object here and reports the tag as absent,

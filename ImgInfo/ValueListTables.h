@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The fixed lists of choices that a host offers for six adjustable settings.
 // The list builders read them, and the formatters take the current position
 // from them too, so a recorded index can never disagree with its list.

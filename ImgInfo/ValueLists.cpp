@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The choices a host can offer for six adjustable settings, with the text
 // and tag value of each and the position of the file's current setting.
 #include "CQelImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Data format (JPEG quality, TIFF, RAW, movie) and image size. Each camera
 // family records its frames with a few pixels of margin; the image size maps
 // such a frame back to the nominal size its menu offers before naming it

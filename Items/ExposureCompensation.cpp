@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Exposure offsets delivered as a count of steps and the size of one step
 // (a third or a sixth of a stop), as a number and as signed text, and the
 // two items shown with them: exposure compensation and exposure difference.

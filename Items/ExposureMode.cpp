@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the exposure was chosen: a scene program of the compact cameras when
 // the file names one, otherwise the plain exposure program.
 #include "CQelImgInfo.h"

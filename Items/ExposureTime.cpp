@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Exposure time with the aperture: shutter times below one second as a
 // fraction ("1/250"), longer ones in seconds ("30"), then the f-number.
 #include "CQelImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Flash compensation: the sum of up to three compensation tags. Which of
 // them count depends on the camera family (file kind), the flash control
 // mode, a flag in the compensation selector record and, for one family,

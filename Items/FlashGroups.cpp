@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Multi-flash items: one line per remote flash group (A, B, C), the bounce
 // and wide-panel line, and the number texts the flash mode items append:
 // group flash compensation, manual output level and guide number.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Flash sync mode and flash control mode. The control mode comes from the
 // multi-flash record when the camera wrote one it understands (an external
 // unit, an optional unit or the built-in flash, possibly commanding remote

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Focus mode with the preset distance, lens stabilisation, digital zoom,
 // multiple exposure or image overlay, and the camera's record of in-camera
 // edits.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The photographer's comment. The tag source says how long it is and how it
 // delivers it; the grid cell shows its first 41 characters as ASCII.
 #include "CQelImgInfo.h"

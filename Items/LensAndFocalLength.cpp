@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lens description (focal range, aperture range, stabilisation, lens type)
 // and the focal length used. Numbers are printed with one decimal and whole
 // millimetres and whole f-numbers lose their ".0".

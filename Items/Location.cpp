@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where and when a GPS receiver placed the picture: latitude, longitude,
 // altitude, image direction and the GPS time. The numbers arrive as
 // doubles; each language's formats choose the degree, minute and second

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Metering mode (the Exif tag) and ISO sensitivity (the maker's tag, which
 // also tells automatic, manual and the extended "HI" settings above the
 // camera's top sensitivity).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The flash records the flash items read: the flash state (was the flash
 // fired at all) and the 44-byte multi-flash record, whose layout depends on
 // its four-character version and, from "0101" on, on which flash (an

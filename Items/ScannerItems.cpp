@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Film-scanner settings: dust and scratch removal, colour restoration, grain
 // equalisation, analog gains, film type, multi-sampling, bit depth, tone
 // adjustments and image enhancement, as the scanner recorded them.

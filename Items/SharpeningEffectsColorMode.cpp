@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The in-camera picture style: sharpening, picture effect program and colour
 // mode, with the monochrome filter that both of the latter may add.
 #include "CQelImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shooting date and time: the date text the camera wrote, cut into numbers
 // and printed again as "2005/07/14 10:22:05", with tenths of a second when
 // the file records sub-seconds.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the camera processed the picture: colour effect, colour space, tone
 // table, brightness/contrast, saturation, hue, noise reduction, converter
 // lens and the authenticity check.

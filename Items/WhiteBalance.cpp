@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // White balance: the light source, colour temperature or preset slot, then
 // the fine-tuning step; the six light sources also mark their place in the
 // white-balance value list.

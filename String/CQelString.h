@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CQelString: the one text type of the library, an owning wrapper of one
 // mutable CoreFoundation string. Titles and values are built in it by loading
 // localized texts by key from the framework's bundle and by formatting

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FormatArguments.h"
 
 #include "NumberStyle.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Localized formats applied to arguments whose types the library knows.
 //
 // A strings table is written by translators and may be extended by users, so

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tag source a host hands to IQelImgInfo::ReadFileTags: an object of the
 // sibling tag-reading library, already opened on one image file. The library
 // only calls slots 3, 4, 5 and 15 and the error object's Release; the slot
@@ -5,7 +6,7 @@
 #ifndef QEL_IVANDEL_TAG_CONTROL_H
 #define QEL_IVANDEL_TAG_CONTROL_H
 
-#include <CoreFoundation/CoreFoundation.h>
+#include <QelImgInfo/QelCoreFoundation.h>
 #include <cstddef>
 
 // Error object returned by a failed read. Whoever receives it owns it and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Exif, TIFF and GPS tags of an image, as the library's items read them.
 //
 //  Item     Type          Size          From the image

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ExivTagSource: an image file (JPEG, TIFF, the common RAW formats, PNG,
 // WebP, HEIF/AVIF as the installed exiv2 supports them) read with libexiv2,
 // delivering its standard Exif, TIFF and GPS tags under the library's item

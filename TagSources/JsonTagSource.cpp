@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "JsonTagSource.h"
 
 #include "SourceFile.h"

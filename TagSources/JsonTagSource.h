@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // JsonTagSource: a tag file, the tags of one (real or imagined) camera file
 // written out as JSON, served as a tag source. Tag files let a host show what
 // the library makes of maker tags that no image reader delivers.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OpenTagSource.h"
 
 #include "ExivTagSource.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tag source for one file, as a host browsing a folder makes it: a name
 // ending in ".json" (any case) is a tag file, anything else an image.
 #ifndef QEL_OPEN_TAG_SOURCE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SourceFile.h"
 
 #include "TagSourceError.h"

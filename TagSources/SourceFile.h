@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checks shared by the tag sources before they read a file, so every source
 // turns a missing file, a directory, a device or an empty file into the same
 // plain reason instead of blocking on it or reporting a parse error.

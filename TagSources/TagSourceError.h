@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Why a file could not be made into a tag source: missing, unreadable, not an
 // image, corrupt, or a malformed tag file. The message says what is wrong
 // without the file name; the host puts the name in front. It is always one

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // TagTable: the tags of one file held in memory, served through
 // IVandelTagControl. The tag-file reader and the image reader both fill one;
 // the reading rules below are therefore the same for every file a host opens.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BenchSources.h"
 
 #include "JsonTagSource.h"

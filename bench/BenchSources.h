@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files the benchmarks read: one per kind of device a photo manager
 // meets, held in memory so that a benchmark measures the library and not
 // the disk. A counting wrapper tells how many reads found no tag, so a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A fixed number of reads and grid exports of one device's file, for
 // profilers that count instructions (callgrind) rather than time:
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a photo manager pays per thumbnail: one ReadFileTags, then the text of
 // every grid cell, once into its own buffer and once as a CFString.
 #include "BenchSources.h"

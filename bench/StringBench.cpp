@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Localized lookups and C-string conversion, the two things every title and
 // value costs; and the proof that a lookup does not grow with the number of
 // languages a bundle carries.

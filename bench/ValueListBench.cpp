@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The value-list operations a host calls to offer the choices of a setting,
 // on the white-balance list of an SLR file.
 #include "BenchSources.h"

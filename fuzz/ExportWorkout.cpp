@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ExportWorkout.h"
 
 #include "QelItemIDs.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // After a read, asks an image-information object for everything a host can
 // ask for: every item's line, title and value, every grid cell (and the ones
 // just outside the grid), every value-list entry (and one past the end),

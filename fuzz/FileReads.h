@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the file-based fuzz targets do with a tag source they could make:
 // read it twice with one image-information object (the second read starts
 // from the value-list positions of the first, as in a host browsing a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A tag source that believes nothing it should: every answer comes from the
 // fuzzer's input. Each call decides afresh whether the read fails, what
 // GetTagSize, GetTagInfo and GetFileKind answer (0, small, exact, huge,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fuzz target: qelinfo's image path. The input is written to an in-memory
 // file that the image tag source opens by name, as qelinfo opens a file a
 // user names; whatever it accepts is read by the library. A refused file

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fuzz target: one image-information object reads up to three files from
 // tag sources that answer whatever the input says, and after each read a
 // host asks for everything. Run under AddressSanitizer, UndefinedBehavior-

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fuzz target: the tag-file reader on any text, and the library on every
 // tag file the reader accepts. A refused file must say why on one line.
 #include "FileReads.h"

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 // CoreFoundation strings handed over by the library, as UTF-8 text.
 #ifndef QELINFO_CFTEXT_H
 #define QELINFO_CFTEXT_H
 
-#include <CoreFoundation/CoreFoundation.h>
+#include <QelImgInfo/QelCoreFoundation.h>
 
 #include <optional>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FileInfo.h"
 
 #include "CFText.h"

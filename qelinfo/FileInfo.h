@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the library shows for one file, gathered through its public
 // interface right after ReadFileTags, so the renderers need no library calls.
 #ifndef QELINFO_FILE_INFO_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "JsonRender.h"
 
 #include "TagSourceError.h"

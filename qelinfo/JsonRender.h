@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The JSON rendering: one object per file, on one line, UTF-8.
 //
 //   {"file": "<path as given>", "values": <ReadFileTags result>,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line of qelinfo.
 #ifndef QELINFO_OPTIONS_H
 #define QELINFO_OPTIONS_H

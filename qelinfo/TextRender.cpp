@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TextRender.h"
 
 #include "TagSourceError.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The terminal rendering: the file name, then the cells of the device's
 // display grid column by column as a photo manager shows them (title and
 // value aligned, empty cells skipped, a blank line between columns).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // qelinfo: the command-line host of QelImgInfo. For each file it makes a tag
 // source, reads it with one image-information object (as a photo manager
 // browsing a folder does, so value-list positions carry over from file to

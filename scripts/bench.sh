@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the benchmarks in Release in build-bench and runs them, reporting the
 # median, mean and spread of ten repetitions of each. Any arguments go to the
 # benchmark program, e.g.

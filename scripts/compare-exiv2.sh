@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Times qelinfo against exiv2's own tag printer over the same folder of JPEGs,
 # both in one run, each as one process over the whole folder:
 #   qelinfo --format json DIR/*.jpg     versus     exiv2 -pt DIR/*.jpg

@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs what building, testing and running QelImgInfo needs on Debian.
 set -euo pipefail
-packages=(build-essential cmake pkg-config clang valgrind
+packages=(build-essential cmake pkg-config ccache clang valgrind
           libicu-dev libexiv2-dev exiv2 nlohmann-json3-dev
           libgtest-dev libgmock-dev libbenchmark-dev libclang-rt-14-dev
-          libgtkmm-4.0-dev xvfb xauth fonts-ipafont-gothic)
+          lintian libgtkmm-4.0-dev xvfb xauth fonts-ipafont-gothic)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs the whole test suite twice more, looking for memory and undefined-
 # behaviour faults:
 #  1. built with clang, AddressSanitizer, UndefinedBehaviorSanitizer (with

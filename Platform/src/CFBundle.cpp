@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CFBundle: finding bundles and looking up their localized strings.
 //
 // Every table is read on its first use and kept with the bundle; the
@@ -36,6 +37,11 @@ using qelcf::StringTable;
 
 constexpr char kDefaultTable[] = "Localizable";
 constexpr char kFrameworkSuffix[] = ".framework";
+#ifdef QEL_CF_INSTALLED_BUNDLES
+constexpr char kInstalledBundles[] = QEL_CF_INSTALLED_BUNDLES;
+#else
+constexpr char kInstalledBundles[] = "";
+#endif
 
 // Folders whose names are not the POSIX locale that should reach them.
 struct FolderAlias {
@@ -262,6 +268,11 @@ std::vector<std::string> LoadedObjectDirectories()
         char resolved[PATH_MAX];
         add(DirectoryOf(realpath(object.c_str(), resolved) ? std::string(resolved) : object));
     }
+    // An installed library keeps its bundles under the data folder, at a fixed
+    // distance from its own, so a moved prefix still finds them.
+    const size_t beside = directories.size();
+    for (size_t i = 0; i < beside && kInstalledBundles[0] != '\0'; ++i)
+        add(directories[i] + "/" + kInstalledBundles);
     return directories;
 }
 

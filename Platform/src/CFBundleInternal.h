@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bundles: where they are found and how a language is chosen for them.
 //
 // A bundle is a directory with Resources/Info.plist and one

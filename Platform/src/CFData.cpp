@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CFData: an immutable run of bytes.
 #include "CFDataInternal.h"
 #include "CFRuntime.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CFData for the other areas of the layer.
 #ifndef QEL_PLATFORM_CFDATAINTERNAL_H
 #define QEL_PLATFORM_CFDATAINTERNAL_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reference counting for every portable CoreFoundation object.
 #include "CFRuntime.h"
 

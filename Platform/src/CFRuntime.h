@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Object model shared by every CoreFoundation type of the portable layer.
 //
 // Each CF object derives from CFObject: an atomic reference count and a

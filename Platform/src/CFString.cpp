@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CFString: creation, access, comparison, search and editing of UTF-16 text.
 #include "CFStringEncodingInternal.h"
 #include "CFStringInternal.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text encodings: the Unicode forms (UnicodeForms) and ASCII are converted
 // directly, every other encoding through an ICU converter cached per thread.
 // Also the encoding queries of the CoreFoundation API.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conversion between UTF-16 units and bytes in a CoreFoundation encoding.
 //
 // Unicode encodings are converted directly (UnicodeForms.h); every other encoding goes

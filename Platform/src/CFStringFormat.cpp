@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // printf-style formatting into CFStrings.
 //
 // A format is parsed once into literal runs and conversions. Conversions

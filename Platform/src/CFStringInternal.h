@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The string object and the helpers the other areas of the layer share.
 //
 // A CFString is a sequence of UTF-16 code units. Mutable and immutable

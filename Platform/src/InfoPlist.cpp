@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // String entries of an XML Info.plist.
 #include "InfoPlist.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reader of the string entries of a bundle's XML Info.plist: each
 // <key>name</key> followed by <string>text</string> at any depth. Other
 // value types are skipped. Enough for CFBundleIdentifier and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Parser of localized strings tables.
 #include "StringsFile.h"
 

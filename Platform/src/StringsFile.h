@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Localized strings tables in the Mac's strings-file syntax:
 //
 //     /* comment */  // comment

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Unicode encodings, converted without ICU: UTF-8, UTF-16 and UTF-32
 // in either byte order, and non-lossy ASCII.
 #include "UnicodeForms.h"

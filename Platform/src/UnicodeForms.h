@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Unicode encodings: UTF-8, UTF-16 and UTF-32 (unspecified, big- and
 // little-endian) and non-lossy ASCII, converted directly.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Localized formats applied to typed arguments: what a translation may
 // write, what it cannot do to the library whatever it writes, and numbers and
 // texts of any length printed whole.

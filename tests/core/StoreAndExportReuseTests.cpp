@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The store and the export hand out stored texts without copying them more
 // than once, and build lines and list entries in one buffer the object
 // keeps: what the host receives must still be its own, whatever it asks for

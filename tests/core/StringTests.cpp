@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CQelString.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Data format and image size: the RAW and movie codes, and the image-size
 // groups by device and file kind, frames turned on their side included.
 #include "TestImgInfo.h"

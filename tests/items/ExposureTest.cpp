@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Exposure: the time with its f-number, the signed compensation steps, and the
 // mode named by the first scene tag the file has.
 #include "TestImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Flash sync mode, flash control mode and remote flash groups, from the
 // multi-flash record in each of its layouts and from the older flash mode tag,
 // and which compensation tags each camera family adds up.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Focus mode with preset distance, lens stabilisation, digital zoom, picture
 // processing and the edit history.
 #include "TestImgInfo.h"

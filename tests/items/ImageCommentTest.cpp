@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The user comment: read as the tag source offers it, cut after 41
 // characters, shown as ASCII.
 #include "TestImgInfo.h"

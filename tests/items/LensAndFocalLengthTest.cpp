@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lens description and focal length: whole numbers lose their ".0", G-type
 // wins over D-type, and the lens type counts only when the camera knew it.
 #include "TestImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // GPS items: coordinates with their hemisphere, altitude, image direction
 // and the GPS time.
 #include "TestImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Metering mode with its unknown fallback, and ISO sensitivity: normal,
 // manual, automatic and the two extended ("HI") tables chosen by file kind.
 #include "TestImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Without a tag source or with a failed read, a formatter stores its title
 // alone (most of them) and releases every error it was handed.
 #include "TestImgInfo.h"

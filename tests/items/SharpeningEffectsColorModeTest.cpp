@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sharpening, picture effect and colour mode: the composed texts, which tags
 // each reads, and the list positions they leave for the value lists.
 #include "TestImgInfo.h"

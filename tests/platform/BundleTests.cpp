@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bundles: finding a framework by identifier, choosing the language from
 // the environment at the moment of each lookup, and localized lookups with
 // their fallbacks.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ASCII and UTF-8, the encodings of every number the library prints and of
 // most hosts' buffers, are converted without ICU; the answers must still be
 // ICU's converters', character for character, with and without a loss byte.

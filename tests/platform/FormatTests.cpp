@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // printf-style formatting: conversions, flags, lengths, positional arguments.
 #include "PlatformTestSupport.h"
 

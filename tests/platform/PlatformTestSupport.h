@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Helpers shared by the portable CoreFoundation tests: owned references,
 // UTF-8 views and a temporary directory tree removed at the end of a test.
 #ifndef QEL_TESTS_PLATFORM_SUPPORT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CFString: interned constants, reference counts, editing in place, C
 // strings and search.
 #include "PlatformTestSupport.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Strings tables: syntax, escapes, encodings and malformed files.
 #include "PlatformTestSupport.h"
 #include "StringsFile.h"

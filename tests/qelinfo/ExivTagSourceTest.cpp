@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Images: which Exif tags reach the library under which item, in which form.
 // Damaged images are the robustness suite's.
 #include "ExivTagSource.h"

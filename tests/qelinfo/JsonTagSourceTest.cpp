@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tag files: what a reader of the tag source receives, and how a broken tag
 // file is reported.
 #include "JsonTagSource.h"

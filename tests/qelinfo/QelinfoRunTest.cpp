@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // qelinfo run as a user runs it: the JSON contract and its line form on the
 // shipped samples, value lists carried from file to file, the command line,
 // the text rendering and images written by exiv2.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QelinfoTestSupport.h"
 
 #include <exiv2/exiv2.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Scratch files and program runs for the qelinfo tests: a temporary folder
 // per test, an 8 x 8 JPEG to which exiv2 writes the Exif tags a test needs,
 // and qelinfo run as a user runs it, with its output and exit status.

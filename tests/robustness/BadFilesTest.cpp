@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // qelinfo on files nobody should hand it, all made here: missing, empty,
 // truncated and corrupt images, files that are no image at all, special
 // files, malformed tag files, names that are hard to print. A bad file gets

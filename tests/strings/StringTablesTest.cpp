@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The string tables against the code and against each other.
 #include "StringsFile.h"
 #include "../support/Utf8.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Test access to an image-information object: its kinds and list indexes
 // can be set before a formatter runs, and stored texts read back as UTF-8.
 #ifndef QEL_TEST_IMG_INFO_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The application's text encoding, as the Text Encoding Conversion Manager
 // reports it. Modern Apple SDKs no longer declare it for 64-bit code, so on
 // every platform the library reaches it through this header.
@@ -14,9 +15,10 @@ static inline TextEncoding GetApplicationTextEncoding(void)
     return CFStringGetSystemEncoding();
 }
 #else
+#define GetApplicationTextEncoding QelGetApplicationTextEncoding
 CF_EXTERN_C_BEGIN
 // The encoding of the running application's own texts; UTF-8 here.
-CF_EXPORT TextEncoding GetApplicationTextEncoding(void);
+CF_INTERNAL TextEncoding GetApplicationTextEncoding(void);
 CF_EXTERN_C_END
 #endif
 

@@ -1,7 +1,7 @@
+// SPDX-License-Identifier: MIT
 // Reads one in-memory file of the maker's SLR through the installed library
 // and checks that the model line and its localized title come back.
 #include <QelImgInfo/IQelImgInfo.h>
-#include <QelImgInfo/QelItemIDs.h>
 
 #include <cstdio>
 #include <cstring>
