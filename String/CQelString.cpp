@@ -5,6 +5,7 @@
 #include <QelPlatform/TextEncoding.h>
 
 #include <cstring>
+#include <unordered_map>
 #include <vector>
 
 namespace {
@@ -40,6 +41,77 @@ CFBundleRef TextBundle()
     return CQelString::m_bundle ? CQelString::m_bundle : CFBundleGetMainBundle();
 }
 
+// The texts one thread loaded inside text scopes, for one bundle and the
+// language it had when the outermost scope opened. The bundle's text of the
+// decimal separator key names its table, hence the language: while this
+// thread holds it, no other table's text can take its address.
+struct ScopedTexts {
+    struct Loaded {
+        std::string key;  // the key's characters: an address can be reused for another key
+        CFStringRef text;
+    };
+
+    int depth = 0;
+    bool usable = false;
+    CFBundleRef bundle = nullptr;
+    CFStringRef marker = nullptr;
+    UniChar separator = '.';
+    std::unordered_map<const char*, Loaded> byKey;
+
+    ScopedTexts() = default;
+    ScopedTexts(const ScopedTexts&) = delete;
+    ScopedTexts& operator=(const ScopedTexts&) = delete;
+    ~ScopedTexts()
+    {
+        Forget();
+        if (marker)
+            CFRelease(marker);
+    }
+
+    void Forget()
+    {
+        for (auto& entry : byKey)
+            CFRelease(entry.second.text);
+        byKey.clear();
+    }
+
+    void Open()
+    {
+        usable = false;
+        CFBundleRef current = TextBundle();
+        CFStringRef text = qel::CopyDecimalSeparatorText(current);
+        if (!text)
+            return;
+        // A table without the key answers a fresh copy each time: nothing
+        // then tells its language, and texts are not kept.
+        if (!qel::NamesSeparator(text)) {
+            CFRelease(text);
+            return;
+        }
+        if (current == bundle && text == marker) {
+            CFRelease(text);
+        } else {
+            Forget();
+            if (marker)
+                CFRelease(marker);
+            bundle = current;
+            marker = text;
+            separator = qel::SeparatorOf(text);
+        }
+        usable = true;
+    }
+};
+
+thread_local ScopedTexts t_scopedTexts;
+
+// The separator numbers take now.
+UniChar CurrentSeparator()
+{
+    const ScopedTexts& scoped = t_scopedTexts;
+    return scoped.depth > 0 && scoped.usable ? scoped.separator
+                                             : qel::DecimalSeparator(TextBundle());
+}
+
 // The text to compare with when a string has none.
 CFStringRef TextOrEmpty(CFStringRef text)
 {
@@ -52,6 +124,50 @@ CFStringRef QelKey(const char* key)
 {
     return key ? __CFStringMakeConstantString(key) : nullptr;
 }
+
+namespace qel {
+
+CTextScope::CTextScope()
+{
+    if (t_scopedTexts.depth++ == 0)
+        t_scopedTexts.Open();
+}
+
+CTextScope::~CTextScope()
+{
+    --t_scopedTexts.depth;
+}
+
+}  // namespace qel
+
+namespace {
+
+// The text of `key` kept for the open scope, loaded on its first use; null
+// outside a scope or when texts are not kept.
+CFStringRef ScopedText(const char* key)
+{
+    ScopedTexts& scoped = t_scopedTexts;
+    if (scoped.depth == 0 || !scoped.usable || !key)
+        return nullptr;
+    auto [found, added] = scoped.byKey.try_emplace(key);
+    ScopedTexts::Loaded& loaded = found->second;
+    if (!added && loaded.key == key)
+        return loaded.text;
+    CQelString text;
+    if (!text.LoadString(QelKey(key))) {
+        if (added)
+            scoped.byKey.erase(found);
+        return nullptr;
+    }
+    CFStringRef copy = CFStringCreateCopy(kCFAllocatorDefault, text.GetCFString());
+    if (!added)
+        CFRelease(loaded.text);
+    loaded.key = key;
+    loaded.text = copy;
+    return copy;
+}
+
+}  // namespace
 
 CQelString::CQelString() : m_string(NewEmpty()) {}
 
@@ -213,7 +329,17 @@ bool CQelString::LoadString(CFStringRef key)
 
 bool CQelString::LoadString(const char* key)
 {
+    if (CFStringRef text = ScopedText(key)) {
+        Assign(text);
+        return true;
+    }
     return LoadString(QelKey(key));
+}
+
+void CQelString::Assign(CFStringRef text)
+{
+    Invalidate();
+    CFStringReplaceAll(m_string, text);
 }
 
 bool CQelString::AppendLoadString(CFStringRef key)
@@ -227,6 +353,10 @@ bool CQelString::AppendLoadString(CFStringRef key)
 
 bool CQelString::AppendLoadString(const char* key)
 {
+    if (CFStringRef text = ScopedText(key)) {
+        Append(text);
+        return true;
+    }
     return AppendLoadString(QelKey(key));
 }
 
@@ -255,14 +385,23 @@ bool CQelString::LoadStringWithFormat(CFStringRef key, ...)
 bool CQelString::LoadStringWithArguments(const char* key, const qel::FormatArgument* arguments,
                                          size_t count)
 {
+    if (CFStringRef format = ScopedText(key)) {
+        AdoptFormatted(format, arguments, count);
+        return true;
+    }
     CQelString format;
-    if (!format.LoadString(key))
+    if (!format.LoadString(QelKey(key)))
         return false;
-    CFMutableStringRef result = CFStringCreateMutable(kCFAllocatorDefault, 0);
-    qel::AppendFormatted(result, format.m_string, arguments, count,
-                         qel::DecimalSeparator(TextBundle()));
-    Adopt(result);
+    AdoptFormatted(format.m_string, arguments, count);
     return true;
+}
+
+void CQelString::AdoptFormatted(CFStringRef format, const qel::FormatArgument* arguments,
+                                size_t count)
+{
+    CFMutableStringRef result = CFStringCreateMutable(kCFAllocatorDefault, 0);
+    qel::AppendFormatted(result, format, arguments, count, CurrentSeparator());
+    Adopt(result);
 }
 
 void CQelString::Format(CFStringRef format, ...)
@@ -278,7 +417,7 @@ void CQelString::Format(CFStringRef format, ...)
     Adopt(MutableCopyOf(result));
     if (result)
         CFRelease(result);
-    qel::StyleDecimalPoints(m_string, 0, qel::DecimalSeparator(TextBundle()));
+    qel::StyleDecimalPoints(m_string, 0, CurrentSeparator());
 }
 
 void CQelString::AppendFormat(CFStringRef format, ...)
@@ -291,14 +430,14 @@ void CQelString::AppendFormat(CFStringRef format, ...)
     va_start(arguments, format);
     CFStringAppendFormatAndArguments(m_string, nullptr, format, arguments);
     va_end(arguments);
-    qel::StyleDecimalPoints(m_string, start, qel::DecimalSeparator(TextBundle()));
+    qel::StyleDecimalPoints(m_string, start, CurrentSeparator());
 }
 
 void CQelString::AppendNumber(const char* printed)
 {
     const CFIndex start = GetLength();
     Append(printed, kCFStringEncodingASCII);
-    qel::StyleDecimalPoints(m_string, start, qel::DecimalSeparator(TextBundle()));
+    qel::StyleDecimalPoints(m_string, start, CurrentSeparator());
 }
 
 void CQelString::Append(const CQelString& other)

@@ -88,6 +88,10 @@ public:
 
 private:
     void Invalidate() const;
+    // Replaces the text with `format` applied to the arguments.
+    void AdoptFormatted(CFStringRef format, const qel::FormatArgument* arguments, size_t count);
+    // Replaces the text with `text` (not null).
+    void Assign(CFStringRef text);
     bool LoadStringWithFormatV(CFStringRef key, va_list arguments);
     // Takes ownership of `text` (may be null: an empty string) as m_string.
     void Adopt(CFMutableStringRef text);
@@ -100,5 +104,21 @@ private:
 
 // The interned CFString of a localization key written as a C literal.
 CFStringRef QelKey(const char* key);
+
+namespace qel {
+
+// While one lives on a thread, localized texts of C-string keys come from
+// copies this thread keeps for the bundle's current language: the language
+// is checked once, when the outermost scope opens, and a repeated key costs
+// one lookup by its address. Open one around work that loads many texts.
+class CTextScope {
+public:
+    CTextScope();
+    ~CTextScope();
+    CTextScope(const CTextScope&) = delete;
+    CTextScope& operator=(const CTextScope&) = delete;
+};
+
+}  // namespace qel
 
 #endif

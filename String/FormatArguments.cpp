@@ -3,6 +3,7 @@
 #include "NumberStyle.h"
 
 #include <algorithm>
+#include <iterator>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -90,15 +91,38 @@ std::string Print(const std::string& directive, Values... values)
     return result;
 }
 
+// An integer with no flags, width or precision, written without printf.
+void AppendDecimal(CFMutableStringRef out, unsigned long long magnitude, bool negative)
+{
+    UniChar digits[21];
+    UniChar* first = std::end(digits);
+    do {
+        *--first = static_cast<UniChar>('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude != 0);
+    if (negative)
+        *--first = '-';
+    CFStringAppendCharacters(out, first, std::end(digits) - first);
+}
+
+void AppendSigned(CFMutableStringRef out, long long value)
+{
+    const bool negative = value < 0;
+    // Negated in unsigned arithmetic, so the most negative value stays defined.
+    const unsigned long long magnitude = negative ? 0ull - static_cast<unsigned long long>(value)
+                                                  : static_cast<unsigned long long>(value);
+    AppendDecimal(out, magnitude, negative);
+}
+
 // The argument in its own plain form.
 void AppendPlain(CFMutableStringRef out, const FormatArgument& argument)
 {
     switch (argument.kind) {
     case FormatArgument::Kind::Signed:
-        AppendASCII(out, Print("%lld", argument.integer));
+        AppendSigned(out, argument.integer);
         break;
     case FormatArgument::Kind::Unsigned:
-        AppendASCII(out, Print("%llu", static_cast<unsigned long long>(argument.integer)));
+        AppendDecimal(out, static_cast<unsigned long long>(argument.integer), false);
         break;
     case FormatArgument::Kind::Double:
         AppendASCII(out, Print("%f", argument.real));
@@ -255,10 +279,15 @@ private:
     {
         switch (conversion) {
         case 'd': case 'i':
+            if (IsInteger(*a) && directive.size() == 1)
+                return AppendSigned(m_out, Narrowed(*a, length, true));
             if (IsInteger(*a))
                 return AppendASCII(m_out, Print(directive + "lld", Narrowed(*a, length, true)));
             break;
         case 'u': case 'x': case 'X': case 'o':
+            if (IsInteger(*a) && directive.size() == 1 && conversion == 'u')
+                return AppendDecimal(m_out, static_cast<unsigned long long>(Narrowed(*a, length, false)),
+                                     false);
             if (IsInteger(*a))
                 return AppendASCII(m_out, Print(directive + "ll" + conversion,
                                                 static_cast<unsigned long long>(

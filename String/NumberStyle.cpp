@@ -14,6 +14,11 @@ locale_t CLocale()
     return cLocale;
 }
 
+CFStringRef SeparatorKey()
+{
+    return CFSTR("IDS_QEL_DECIMAL_SEPARATOR");
+}
+
 }  // namespace
 
 CNumericScope::CNumericScope()
@@ -27,18 +32,30 @@ CNumericScope::~CNumericScope()
         uselocale(m_previous);
 }
 
+CFStringRef CopyDecimalSeparatorText(CFBundleRef bundle)
+{
+    return bundle ? CFBundleCopyLocalizedString(bundle, SeparatorKey(), CFSTR(""), nullptr)
+                  : nullptr;
+}
+
+bool NamesSeparator(CFStringRef text)
+{
+    // A missing key answers the key itself.
+    return text && CFStringGetLength(text) > 0 &&
+           CFStringCompare(text, SeparatorKey(), 0) != kCFCompareEqualTo;
+}
+
+UniChar SeparatorOf(CFStringRef text)
+{
+    return NamesSeparator(text) ? CFStringGetCharacterAtIndex(text, 0) : kDecimalPoint;
+}
+
 UniChar DecimalSeparator(CFBundleRef bundle)
 {
-    if (!bundle)
-        return kDecimalPoint;
-    CFStringRef key = CFSTR("IDS_QEL_DECIMAL_SEPARATOR");
-    CFStringRef text = CFBundleCopyLocalizedString(bundle, key, CFSTR(""), nullptr);
-    if (!text)
-        return kDecimalPoint;
-    // A missing key answers the key itself.
-    const bool named = CFStringGetLength(text) > 0 && CFStringCompare(text, key, 0) != kCFCompareEqualTo;
-    const UniChar separator = named ? CFStringGetCharacterAtIndex(text, 0) : kDecimalPoint;
-    CFRelease(text);
+    CFStringRef text = CopyDecimalSeparatorText(bundle);
+    const UniChar separator = SeparatorOf(text);
+    if (text)
+        CFRelease(text);
     return separator;
 }
 
