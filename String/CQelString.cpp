@@ -112,6 +112,16 @@ UniChar CurrentSeparator()
                                              : qel::DecimalSeparator(TextBundle());
 }
 
+// One NUL character, which a C string cannot carry.
+CFStringRef NulText()
+{
+    static const CFStringRef nul = [] {
+        const UniChar unit = 0;
+        return CFStringCreateWithCharacters(kCFAllocatorDefault, &unit, 1);
+    }();
+    return nul;
+}
+
 // The text to compare with when a string has none.
 CFStringRef TextOrEmpty(CFStringRef text)
 {
@@ -258,6 +268,14 @@ UInt32 CQelString::GetCString(char* buffer, UInt32 size, CFStringEncoding encodi
     std::memset(buffer, 0, size);
     if (!m_string)
         return 0;
+    // UTF-8 has no loss to report, so a text without NUL characters is
+    // written straight in, with room left for the terminator slack.
+    if (encoding == kCFStringEncodingUTF8 && size > kTerminatorSlack &&
+        CFStringFind(m_string, NulText(), 0).location < 0) {
+        if (CFStringGetCString(m_string, buffer, static_cast<CFIndex>(size - kTerminatorSlack), encoding))
+            return static_cast<UInt32>(std::strlen(buffer));
+        std::memset(buffer, 0, size);
+    }
     CFDataRef data = CFStringCreateExternalRepresentation(kCFAllocatorDefault, m_string,
                                                           encoding, kLossByte);
     if (!data)

@@ -300,6 +300,12 @@ private:
             }
             break;
         case 'f': case 'F': case 'e': case 'E': case 'g': case 'G': case 'a': case 'A':
+            if (a->kind == FormatArgument::Kind::Double && conversion == 'f' &&
+                directive.size() == 3 && directive[1] == '.' && IsDigit(directive[2])) {
+                char printed[320];  // room for any double
+                if (PrintFixed(printed, sizeof printed, a->real, directive[2] - '0') > 0)
+                    return AppendASCII(m_out, printed);
+            }
             if (a->kind == FormatArgument::Kind::Double)
                 return AppendASCII(m_out, Print(directive + conversion, a->real));
             break;
