@@ -2,6 +2,7 @@
 
 #include <QelPlatform/TextEncoding.h>
 
+#include <atomic>
 #include <utility>
 
 namespace {
@@ -11,7 +12,15 @@ namespace {
 [[maybe_unused]] const CFStringEncoding sysEncoding = CFStringGetSystemEncoding();
 [[maybe_unused]] const TextEncoding appEncoding = GetApplicationTextEncoding();
 
+// Revisions are drawn from one counter, so no two stores share one.
+std::atomic<UInt64> nextRevision{1};
+
 }  // namespace
+
+void CQelInfoDictionary::Revise()
+{
+    m_revision = nextRevision.fetch_add(1, std::memory_order_relaxed);
+}
 
 CQelInfoDictionary::~CQelInfoDictionary()
 {
@@ -23,6 +32,7 @@ CQelInfoDictionary& CQelInfoDictionary::operator=(const CQelInfoDictionary& othe
     if (this != &other) {
         m_titleMap = other.m_titleMap;
         m_valueMap = other.m_valueMap;
+        Revise();
     }
     return *this;
 }
@@ -30,18 +40,29 @@ CQelInfoDictionary& CQelInfoDictionary::operator=(const CQelInfoDictionary& othe
 CQelInfoDictionary::CQelInfoDictionary(const CQelInfoDictionary& other)
     : m_titleMap(other.m_titleMap), m_valueMap(other.m_valueMap)
 {
+    Revise();
 }
 
 void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, const CQelString& text)
 {
-    // The last write wins: the earlier text is replaced by a copy of the new one.
+    SetStringToMap(map, id, text.GetCFString());
+}
+
+void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, CFStringRef text)
+{
+    // The last write wins: the earlier text is replaced by a copy of the new
+    // one, in its own buffer.
+    Revise();
     auto at = map.lower_bound(id);
     if (at != map.end() && at->first == id) {
-        at->second = text;
+        if (at->second.GetCFString() == text)
+            return;
+        at->second.Clear();
+        at->second.Append(text);
         return;
     }
     if (m_spareEntries.empty()) {
-        map.emplace_hint(at, id, text);
+        map.emplace_hint(at, id, CQelString(text));
         return;
     }
     // An entry of the last read: the text is copied into its string's buffer.
@@ -59,6 +80,7 @@ void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, CQelString&& text)
     // hold it; an earlier text is replaced by a copy.
     if (!m_spareEntries.empty())
         return SetStringToMap(map, id, static_cast<const CQelString&>(text));
+    Revise();
     auto [stored, inserted] = map.try_emplace(id, std::move(text));
     if (!inserted)
         stored->second = text;
@@ -107,6 +129,16 @@ void CQelInfoDictionary::SetTitle(UInt32 id, CQelString&& text)
 void CQelInfoDictionary::SetValue(UInt32 id, CQelString&& text)
 {
     SetStringToMap(m_valueMap, id, std::move(text));
+}
+
+void CQelInfoDictionary::SetTitle(UInt32 id, CFStringRef text)
+{
+    SetStringToMap(m_titleMap, id, text);
+}
+
+void CQelInfoDictionary::SetValue(UInt32 id, CFStringRef text)
+{
+    SetStringToMap(m_valueMap, id, text);
 }
 
 bool CQelInfoDictionary::GetTitle(UInt32 id, CQelString* out) const
@@ -177,6 +209,7 @@ void CQelInfoDictionary::CopyMap(const Map* from, Map* to)
 
 void CQelInfoDictionary::Clear()
 {
+    Revise();
     for (Map* map : {&m_titleMap, &m_valueMap})
         while (!map->empty())
             m_spareEntries.push_back(map->extract(map->begin()));

@@ -112,14 +112,17 @@ UniChar CurrentSeparator()
                                              : qel::DecimalSeparator(TextBundle());
 }
 
-// One NUL character, which a C string cannot carry.
-CFStringRef NulText()
+// UTF-16 units that valid UTF-8 bytes stand for: one per byte that starts a
+// character, two for a character beyond the basic plane.
+CFIndex UTF16Length(const char* bytes, size_t length)
 {
-    static const CFStringRef nul = [] {
-        const UniChar unit = 0;
-        return CFStringCreateWithCharacters(kCFAllocatorDefault, &unit, 1);
-    }();
-    return nul;
+    CFIndex units = 0;
+    for (size_t i = 0; i < length; ++i) {
+        const unsigned char byte = static_cast<unsigned char>(bytes[i]);
+        units += (byte & 0xC0) != 0x80;
+        units += byte >= 0xF0;
+    }
+    return units;
 }
 
 // The text to compare with when a string has none.
@@ -268,12 +271,13 @@ UInt32 CQelString::GetCString(char* buffer, UInt32 size, CFStringEncoding encodi
     std::memset(buffer, 0, size);
     if (!m_string)
         return 0;
-    // UTF-8 has no loss to report, so a text without NUL characters is
-    // written straight in, with room left for the terminator slack.
+    // UTF-8 has no loss to report, so the text is written straight in, with
+    // room left for the terminator slack, unless it holds a NUL character.
     if (encoding == kCFStringEncodingUTF8 && size > kTerminatorSlack &&
-        CFStringFind(m_string, NulText(), 0).location < 0) {
-        if (CFStringGetCString(m_string, buffer, static_cast<CFIndex>(size - kTerminatorSlack), encoding))
-            return static_cast<UInt32>(std::strlen(buffer));
+        CFStringGetCString(m_string, buffer, static_cast<CFIndex>(size - kTerminatorSlack), encoding)) {
+        const size_t length = std::strlen(buffer);
+        if (UTF16Length(buffer, length) == GetLength())
+            return static_cast<UInt32>(length);
         std::memset(buffer, 0, size);
     }
     CFDataRef data = CFStringCreateExternalRepresentation(kCFAllocatorDefault, m_string,
@@ -343,6 +347,11 @@ bool CQelString::LoadString(CFStringRef key)
                                 kCFCompareCaseInsensitive, &found))
         CFStringReplace(m_string, found, CFSTR("&"));
     return true;
+}
+
+CFStringRef CQelString::KeptText(const char* key)
+{
+    return ScopedText(key);
 }
 
 bool CQelString::LoadString(const char* key)

@@ -79,6 +79,9 @@ public:
 
     // The text in UTF-8, for hosts' and tests' convenience.
     std::string ToUTF8() const;
+    // The text of `key` kept for the text scope open on this thread (owned
+    // by it, valid while it is open), or null outside one.
+    static CFStringRef KeptText(const char* key);
     // The wrapped string, still owned by this object.
     CFStringRef GetCFString() const { return m_string; }
 

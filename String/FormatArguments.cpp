@@ -313,6 +313,8 @@ private:
             if (a->kind == FormatArgument::Kind::CString) {
                 if (!a->text)
                     return AppendASCII(m_out, "(null)");
+                if (directive.size() == 1)
+                    return AppendCString(m_out, a->text);
                 return AppendCString(m_out, Print(directive + "s", a->text).c_str());
             }
             break;
