@@ -164,7 +164,7 @@ CFStringRef ScopedText(const char* key)
         return nullptr;
     auto [found, added] = scoped.byKey.try_emplace(key);
     ScopedTexts::Loaded& loaded = found->second;
-    if (!added && loaded.key == key)
+    if (!added && std::strcmp(loaded.key.c_str(), key) == 0)
         return loaded.text;
     CQelString text;
     if (!text.LoadString(QelKey(key))) {
