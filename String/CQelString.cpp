@@ -25,14 +25,57 @@ constexpr UInt32 kTerminatorSlack = 2;
 // as a terminated string in every encoding up to 32-bit units.
 constexpr size_t kPointerTerminator = 4;
 
+// Strings of texts that ended on this thread, emptied but keeping their
+// buffers, for the next texts: a read makes and drops dozens of texts.
+struct SpareStrings {
+    std::vector<CFMutableStringRef> strings;
+
+    SpareStrings() = default;
+    SpareStrings(const SpareStrings&) = delete;
+    SpareStrings& operator=(const SpareStrings&) = delete;
+    ~SpareStrings();
+};
+
+constexpr size_t kMaxSpareStrings = 64;
+// False once the thread's spare strings are gone, as the thread ends.
+thread_local bool t_spareStringsLive = true;
+thread_local SpareStrings t_spareStrings;
+
+SpareStrings::~SpareStrings()
+{
+    t_spareStringsLive = false;
+    for (CFMutableStringRef text : strings)
+        CFRelease(text);
+}
+
 CFMutableStringRef NewEmpty()
 {
+    if (t_spareStringsLive && !t_spareStrings.strings.empty()) {
+        CFMutableStringRef text = t_spareStrings.strings.back();
+        t_spareStrings.strings.pop_back();
+        return text;
+    }
     return CFStringCreateMutable(kCFAllocatorDefault, 0);
+}
+
+// Releases a text's string, keeping it for the next text when nobody else holds it.
+void Recycle(CFMutableStringRef text)
+{
+    if (t_spareStringsLive && t_spareStrings.strings.size() < kMaxSpareStrings &&
+        CFGetRetainCount(text) == 1) {
+        CFStringDelete(text, CFRangeMake(0, CFStringGetLength(text)));
+        t_spareStrings.strings.push_back(text);
+        return;
+    }
+    CFRelease(text);
 }
 
 CFMutableStringRef MutableCopyOf(CFStringRef text)
 {
-    return text ? CFStringCreateMutableCopy(kCFAllocatorDefault, 0, text) : NewEmpty();
+    CFMutableStringRef copy = NewEmpty();
+    if (text && copy)
+        CFStringReplaceAll(copy, text);
+    return copy;
 }
 
 // The bundle whose tables hold the texts.
@@ -208,7 +251,7 @@ CQelString::~CQelString()
 {
     Invalidate();
     if (m_string)
-        CFRelease(m_string);
+        Recycle(m_string);
 }
 
 CQelString& CQelString::operator=(const CQelString& other)
@@ -222,7 +265,7 @@ void CQelString::Adopt(CFMutableStringRef text)
 {
     Invalidate();
     if (m_string)
-        CFRelease(m_string);
+        Recycle(m_string);
     m_string = text ? text : NewEmpty();
 }
 
@@ -426,7 +469,7 @@ bool CQelString::LoadStringWithArguments(const char* key, const qel::FormatArgum
 void CQelString::AdoptFormatted(CFStringRef format, const qel::FormatArgument* arguments,
                                 size_t count)
 {
-    CFMutableStringRef result = CFStringCreateMutable(kCFAllocatorDefault, 0);
+    CFMutableStringRef result = NewEmpty();
     qel::AppendFormatted(result, format, arguments, count, CurrentSeparator());
     Adopt(result);
 }
