@@ -317,7 +317,8 @@ UInt32 CQelString::GetCString(char* buffer, UInt32 size, CFStringEncoding encodi
     // UTF-8 has no loss to report, so the text is written straight in, with
     // room left for the terminator slack, unless it holds a NUL character.
     if (encoding == kCFStringEncodingUTF8 && size > kTerminatorSlack &&
-        CFStringGetCString(m_string, buffer, static_cast<CFIndex>(size - kTerminatorSlack), encoding)) {
+        CFStringGetCString(m_string, buffer, static_cast<CFIndex>(size - kTerminatorSlack),
+                           encoding)) {
         const size_t length = std::strlen(buffer);
         if (UTF16Length(buffer, length) == GetLength())
             return static_cast<UInt32>(length);

@@ -299,12 +299,14 @@ private:
         if ((isSigned || c.conversion == 'u') && IsInteger(*a) && precision.empty()) {
             const long long value = Narrowed(*a, c.length, isSigned);
             negative = isSigned && value < 0;
-            first = PutDigits(end, isSigned ? Magnitude(value) : static_cast<unsigned long long>(value));
+            first = PutDigits(end, isSigned ? Magnitude(value)
+                                            : static_cast<unsigned long long>(value));
         } else if (c.conversion == 'f' && a->kind == FormatArgument::Kind::Double &&
                    precision.size() == 2 && IsDigit(precision[1]) && precision[1] <= '4' &&
                    std::fabs(a->real) < 1e14) {
             negative = std::signbit(a->real);
-            const int length = PrintFixed(digits, sizeof digits, std::fabs(a->real), precision[1] - '0');
+            const int length =
+                PrintFixed(digits, sizeof digits, std::fabs(a->real), precision[1] - '0');
             if (length <= 0)
                 return false;
             end = digits + length;

@@ -82,8 +82,9 @@ TEST(GoldenOutput, IsUnchangedInEveryLanguageAndFormat)
         const json sample = json::parse(ReadAll(kSamples + "/" + name + ".json"));
         files.push_back(folder.Write(std::string(name) + ".json", sample.dump()));
         for (int variant = 1; variant <= kVariants; ++variant)
-            files.push_back(folder.Write(std::string(name) + "-" + std::to_string(variant) + ".json",
-                                         Variant(sample, variant).dump()));
+            files.push_back(
+                folder.Write(std::string(name) + "-" + std::to_string(variant) + ".json",
+                             Variant(sample, variant).dump()));
     }
     for (const Golden& golden : kGolden) {
         std::vector<std::string> arguments = {"--all", "--format", golden.format, "--lang",
@@ -95,7 +96,8 @@ TEST(GoldenOutput, IsUnchangedInEveryLanguageAndFormat)
             Digest(WithoutFolder(run.out, folder.Path()) + WithoutFolder(run.err, folder.Path()));
         char shown[32];
         std::snprintf(shown, sizeof shown, "0x%016" PRIx64 "ull", digest);
-        EXPECT_EQ(digest, golden.digest) << golden.language << " " << golden.format << ": " << shown;
+        EXPECT_EQ(digest, golden.digest)
+            << golden.language << " " << golden.format << ": " << shown;
     }
 }
 
