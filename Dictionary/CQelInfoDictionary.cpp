@@ -55,10 +55,7 @@ void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, CFStringRef text)
     Revise();
     auto at = map.lower_bound(id);
     if (at != map.end() && at->first == id) {
-        if (at->second.GetCFString() == text)
-            return;
-        at->second.Clear();
-        at->second.Append(text);
+        at->second.Assign(text);
         return;
     }
     if (m_spareEntries.empty()) {
@@ -69,8 +66,7 @@ void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, CFStringRef text)
     Map::node_type entry = std::move(m_spareEntries.back());
     m_spareEntries.pop_back();
     entry.key() = id;
-    entry.mapped().Clear();
-    entry.mapped().Append(text);
+    entry.mapped().Assign(text);
     map.insert(at, std::move(entry));
 }
 

@@ -409,6 +409,8 @@ bool CQelString::LoadString(const char* key)
 
 void CQelString::Assign(CFStringRef text)
 {
+    if (!text || !m_string || text == m_string)
+        return;
     Invalidate();
     CFStringReplaceAll(m_string, text);
 }

@@ -75,6 +75,8 @@ public:
     void Append(const char* text, CFStringEncoding encoding);
     void Append(CFStringRef text);
     CQelString& operator+=(const CQelString& other);
+    // Replaces the text with that of `text` (not null), in this string's own buffer.
+    void Assign(CFStringRef text);
     void Clear();
 
     // The text in UTF-8, for hosts' and tests' convenience.
@@ -93,8 +95,6 @@ private:
     void Invalidate() const;
     // Replaces the text with `format` applied to the arguments.
     void AdoptFormatted(CFStringRef format, const qel::FormatArgument* arguments, size_t count);
-    // Replaces the text with `text` (not null).
-    void Assign(CFStringRef text);
     bool LoadStringWithFormatV(CFStringRef key, va_list arguments);
     // Takes ownership of `text` (may be null: an empty string) as m_string.
     void Adopt(CFMutableStringRef text);
