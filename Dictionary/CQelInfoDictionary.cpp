@@ -3,6 +3,7 @@
 
 #include <QelPlatform/TextEncoding.h>
 
+#include <atomic>
 #include <utility>
 
 namespace {
@@ -12,7 +13,15 @@ namespace {
 [[maybe_unused]] const CFStringEncoding sysEncoding = CFStringGetSystemEncoding();
 [[maybe_unused]] const TextEncoding appEncoding = GetApplicationTextEncoding();
 
+// Revisions are drawn from one counter, so no two stores share one.
+std::atomic<UInt64> nextRevision{1};
+
 }  // namespace
+
+void CQelInfoDictionary::Revise()
+{
+    m_revision = nextRevision.fetch_add(1, std::memory_order_relaxed);
+}
 
 CQelInfoDictionary::~CQelInfoDictionary()
 {
@@ -24,6 +33,7 @@ CQelInfoDictionary& CQelInfoDictionary::operator=(const CQelInfoDictionary& othe
     if (this != &other) {
         m_titleMap = other.m_titleMap;
         m_valueMap = other.m_valueMap;
+        Revise();
     }
     return *this;
 }
@@ -31,26 +41,33 @@ CQelInfoDictionary& CQelInfoDictionary::operator=(const CQelInfoDictionary& othe
 CQelInfoDictionary::CQelInfoDictionary(const CQelInfoDictionary& other)
     : m_titleMap(other.m_titleMap), m_valueMap(other.m_valueMap)
 {
+    Revise();
 }
 
 void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, const CQelString& text)
 {
-    // The last write wins: the earlier text is replaced by a copy of the new one.
+    SetStringToMap(map, id, text.GetCFString());
+}
+
+void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, CFStringRef text)
+{
+    // The last write wins: the earlier text is replaced by a copy of the new
+    // one, in its own buffer.
+    Revise();
     auto at = map.lower_bound(id);
     if (at != map.end() && at->first == id) {
-        at->second = text;
+        at->second.Assign(text);
         return;
     }
     if (m_spareEntries.empty()) {
-        map.emplace_hint(at, id, text);
+        map.emplace_hint(at, id, CQelString(text));
         return;
     }
     // An entry of the last read: the text is copied into its string's buffer.
     Map::node_type entry = std::move(m_spareEntries.back());
     m_spareEntries.pop_back();
     entry.key() = id;
-    entry.mapped().Clear();
-    entry.mapped().Append(text);
+    entry.mapped().Assign(text);
     map.insert(at, std::move(entry));
 }
 
@@ -60,6 +77,7 @@ void CQelInfoDictionary::SetStringToMap(Map& map, UInt32 id, CQelString&& text)
     // hold it; an earlier text is replaced by a copy.
     if (!m_spareEntries.empty())
         return SetStringToMap(map, id, static_cast<const CQelString&>(text));
+    Revise();
     auto [stored, inserted] = map.try_emplace(id, std::move(text));
     if (!inserted)
         stored->second = text;
@@ -108,6 +126,16 @@ void CQelInfoDictionary::SetTitle(UInt32 id, CQelString&& text)
 void CQelInfoDictionary::SetValue(UInt32 id, CQelString&& text)
 {
     SetStringToMap(m_valueMap, id, std::move(text));
+}
+
+void CQelInfoDictionary::SetTitle(UInt32 id, CFStringRef text)
+{
+    SetStringToMap(m_titleMap, id, text);
+}
+
+void CQelInfoDictionary::SetValue(UInt32 id, CFStringRef text)
+{
+    SetStringToMap(m_valueMap, id, text);
 }
 
 bool CQelInfoDictionary::GetTitle(UInt32 id, CQelString* out) const
@@ -178,6 +206,7 @@ void CQelInfoDictionary::CopyMap(const Map* from, Map* to)
 
 void CQelInfoDictionary::Clear()
 {
+    Revise();
     for (Map* map : {&m_titleMap, &m_valueMap})
         while (!map->empty())
             m_spareEntries.push_back(map->extract(map->begin()));

@@ -24,6 +24,9 @@ public:
     // The same for a text made only to be stored: it is taken over, not copied.
     void SetTitle(UInt32 id, CQelString&& text);
     void SetValue(UInt32 id, CQelString&& text);
+    // A copy of `text` (not null).
+    void SetTitle(UInt32 id, CFStringRef text);
+    void SetValue(UInt32 id, CFStringRef text);
     // False when absent (`*out` untouched); otherwise a copy into `*out`.
     bool GetTitle(UInt32 id, CQelString* out) const;
     bool GetValue(UInt32 id, CQelString* out) const;
@@ -42,18 +45,26 @@ public:
     void CopyMap(const Map* from, Map* to);
     void Clear();
 
+    // Changes whenever a text is stored or the store is emptied or copied
+    // over; never the same for two different contents.
+    UInt64 GetRevision() const { return m_revision; }
+
     const Map& Titles() const { return m_titleMap; }
     const Map& Values() const { return m_valueMap; }
 
 private:
     void SetStringToMap(Map& map, UInt32 id, const CQelString& text);
+    void SetStringToMap(Map& map, UInt32 id, CFStringRef text);
     void SetStringToMap(Map& map, UInt32 id, CQelString&& text);
     static bool GetStringFromMap(const Map& map, UInt32 id, CQelString* out);
     static UInt32 GetByteLengthAtIndex(const Map& map, UInt32 id, CFStringEncoding encoding);
     static const char* GetCStringPtrFromMap(const Map& map, UInt32 id, CFStringEncoding encoding);
 
+    void Revise();
+
     Map m_titleMap;
     Map m_valueMap;
+    UInt64 m_revision = 0;
     // Entries of the last read, kept with their strings after Clear so that
     // the next read stores its texts into buffers it already has.
     std::vector<Map::node_type> m_spareEntries;

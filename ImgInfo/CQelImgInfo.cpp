@@ -20,6 +20,13 @@ CQelString TextOfKey(const char* key)
     return text;
 }
 
+// The text of a key as the open text scope keeps it, stored without a
+// string of its own; null for an empty or missing key or outside a scope.
+CFStringRef KeptTextOfKey(const char* key)
+{
+    return key && *key ? CQelString::KeptText(key) : nullptr;
+}
+
 }  // namespace
 
 IQelImgInfo* IQelImgInfo::CreateImageInfo()
@@ -57,7 +64,10 @@ CQelImgInfo& CQelImgInfo::operator=(const CQelImgInfo& other)
 
 void CQelImgInfo::StoreTitle(UInt32 itemID, const char* key)
 {
-    m_infoDict.SetTitle(itemID, TextOfKey(key));
+    if (CFStringRef kept = KeptTextOfKey(key))
+        m_infoDict.SetTitle(itemID, kept);
+    else
+        m_infoDict.SetTitle(itemID, TextOfKey(key));
 }
 
 void CQelImgInfo::StoreValue(UInt32 itemID, const CQelString& value)
@@ -67,7 +77,10 @@ void CQelImgInfo::StoreValue(UInt32 itemID, const CQelString& value)
 
 void CQelImgInfo::StoreValueKey(UInt32 itemID, const char* key)
 {
-    m_infoDict.SetValue(itemID, TextOfKey(key));
+    if (CFStringRef kept = KeptTextOfKey(key))
+        m_infoDict.SetValue(itemID, kept);
+    else
+        m_infoDict.SetValue(itemID, TextOfKey(key));
 }
 
 void CQelImgInfo::StoreMappedItem(IVandelTagControl* tagControl, const MappedItem& item)

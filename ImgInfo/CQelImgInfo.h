@@ -209,11 +209,19 @@ private:
     // lists build an entry's text; kept so that its buffer serves text after
     // text without allocating.
     CQelString m_line;
+    // The item whose joined line m_line holds, and the store's revision it
+    // was joined from; 0 when m_line holds anything else.
+    UInt32 m_lineItem = 0;
+    UInt64 m_lineRevision = 0;
     CQelString& EmptyScratchText()
     {
+        m_lineItem = 0;
         m_line.Clear();
         return m_line;
     }
+    // The display line of an item (DisplayLine), joined again only when the
+    // item or the store changed.
+    const CQelString* LineOf(UInt32 itemID);
 
     // The value list of an item: its choices, those of compact cameras and
     // their movies where they differ, and its current-position member.

@@ -70,6 +70,8 @@ UInt32 CQelImgInfo::ReadFileTags(IVandelTagControl* tagControl)
 {
     // The formatters print with snprintf: a host's LC_NUMERIC must not reach them.
     const qel::CNumericScope cNumbers;
+    // The language is settled once for the whole read.
+    const qel::CTextScope texts;
     m_infoDict.Clear();
     // A host must hand a tag source; without one every formatter stores
     // its title only, as for a file whose reads all fail.

@@ -105,10 +105,21 @@ CFStringRef CopyText(const CQelString* text)
 
 }  // namespace
 
+const CQelString* CQelImgInfo::LineOf(UInt32 itemID)
+{
+    // Hosts ask for a cell's text in several forms one after another.
+    if (itemID != kNoItem && itemID == m_lineItem && m_lineRevision == m_infoDict.GetRevision())
+        return &m_line;
+    const CQelString* line = DisplayLine(m_infoDict, itemID, m_line);
+    m_lineItem = line == &m_line ? itemID : kNoItem;
+    m_lineRevision = m_infoDict.GetRevision();
+    return line;
+}
+
 UInt32 CQelImgInfo::GetInfoString(UInt32 itemID, char* buffer, UInt32 bufferSize,
                                   CFStringEncoding encoding)
 {
-    return ExportText(DisplayLine(m_infoDict, itemID, m_line), buffer, bufferSize, encoding);
+    return ExportText(LineOf(itemID), buffer, bufferSize, encoding);
 }
 
 UInt32 CQelImgInfo::GetInfoStringLength(UInt32 itemID, CFStringEncoding encoding)
@@ -140,7 +151,7 @@ UInt32 CQelImgInfo::GetInfoStringLength(UInt32 itemID, CFStringEncoding encoding
 
 CFStringRef CQelImgInfo::CopyInfoCFString(UInt32 itemID)
 {
-    return CopyText(DisplayLine(m_infoDict, itemID, m_line));
+    return CopyText(LineOf(itemID));
 }
 
 UInt32 CQelImgInfo::GetInfoTitleString(UInt32 itemID, char* buffer, UInt32 bufferSize,

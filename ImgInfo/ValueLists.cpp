@@ -29,6 +29,7 @@ void BuildEntry(ValueListTable list, UInt32 index, CQelString* text, UInt32* raw
         *raw = entry.raw;
     if (!text)
         return;
+    const qel::CTextScope texts;
     text->LoadString(entry.key);
     if (entry.filterKey) {  // monochrome through a colour filter, named after a comma
         text->Append(", ", kCFStringEncodingASCII);

@@ -3,6 +3,7 @@
 // (a third or a sixth of a stop), as a number and as signed text, and the
 // two items shown with them: exposure compensation and exposure difference.
 #include "CQelImgInfo.h"
+#include "NumberStyle.h"
 #include "QelItemIDs.h"
 #include "TagReads.h"
 
@@ -53,7 +54,7 @@ const char* CQelImgInfo::ValueStepToString(const IVandelTagControl::tagStrValueS
     if (number == 0.0)
         std::snprintf(szFraction, sizeof szFraction, "0");
     else
-        std::snprintf(szFraction, sizeof szFraction, "%+.1f", number);
+        qel::PrintFixed(szFraction, sizeof szFraction, number, 1, true);
     return szFraction;
 }
 

@@ -2,6 +2,7 @@
 // Exposure time with the aperture: shutter times below one second as a
 // fraction ("1/250"), longer ones in seconds ("30"), then the f-number.
 #include "CQelImgInfo.h"
+#include "NumberStyle.h"
 #include "QelItemIDs.h"
 #include "TagReads.h"
 
@@ -54,7 +55,7 @@ SInt32 TruncateAsThePlatform(double value)
 // Cameras have always shown long times this way; keep 1.5 s as "1".
 void PrintSeconds(double seconds, char (&text)[kNumberRoom])
 {
-    std::snprintf(text, sizeof text, "%.2lf", seconds);
+    qel::PrintFixed(text, sizeof text, seconds, 2);
     if (EndsInStopOrZero(text))
         DropLast(text, 3);
 }
@@ -65,7 +66,9 @@ void PrintFraction(double seconds, char (&text)[kNumberRoom])
 {
     double denominator = 1.0 / seconds;
     denominator = TruncateAsThePlatform((denominator + 0.05) * 10.0) * 0.1;
-    std::snprintf(text, sizeof text, "1/%.1f", denominator);
+    text[0] = '1';
+    text[1] = '/';
+    qel::PrintFixed(text + 2, sizeof text - 2, denominator, 1);
     DropZeroDecimal(text);
 }
 
@@ -88,7 +91,7 @@ void CQelImgInfo::GetExposureTime(IVandelTagControl* tagControl)
     value.LoadStringWithFormat("IDS_QEL_EXPOSURE_TIME_UNIT", text);
 
     if (auto fNumber = qel::ReadDouble(tagControl, kTagFNumber)) {
-        std::snprintf(text, sizeof text, "%.1f", *fNumber);
+        qel::PrintFixed(text, sizeof text, *fNumber, 1);
         DropZeroDecimal(text);
         CQelString aperture;
         aperture.LoadStringWithFormat("IDS_QEL_FNUMBER_PREFIX", text);

@@ -4,6 +4,7 @@
 // mode, a flag in the compensation selector record and, for one family,
 // on whether an external unit wrote a multi-flash record.
 #include "CQelImgInfo.h"
+#include "NumberStyle.h"
 #include "MixedFlashRecord.h"
 #include "QelItemIDs.h"
 #include "TagReads.h"
@@ -176,7 +177,7 @@ void CQelImgInfo::GetAutoFlashComp(IVandelTagControl* tags)
     if (!(sum < 0.0 || sum > 0.0))
         std::snprintf(number, sizeof number, "0");
     else
-        std::snprintf(number, sizeof number, "%+.1f", sum);
+        qel::PrintFixed(number, sizeof number, sum, 1, true);
     CQelString value;
     value.LoadStringWithFormat("IDS_QEL_AUTO_FLASH_COMP_UNIT", number);
     StoreValue(QelItem::kFlashComp, value);

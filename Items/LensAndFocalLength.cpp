@@ -3,6 +3,7 @@
 // and the focal length used. Numbers are printed with one decimal and whole
 // millimetres and whole f-numbers lose their ".0".
 #include "CQelImgInfo.h"
+#include "NumberStyle.h"
 #include "QelItemIDs.h"
 #include "TagReads.h"
 
@@ -31,12 +32,9 @@ constexpr size_t kLensTypeStabilised = 4;
 // anything up to NaN or 1e308; the text grows to fit).
 std::string OneDecimal(double number)
 {
-    const int length = std::snprintf(nullptr, 0, "%.1f", number);
-    if (length <= 0)
-        return {};
-    std::string text(static_cast<size_t>(length), '\0');
-    std::snprintf(&text[0], text.size() + 1, "%.1f", number);
-    return text;
+    char text[320];  // room for any double
+    const int length = qel::PrintFixed(text, sizeof text, number, 1);
+    return length > 0 ? std::string(text, static_cast<size_t>(length)) : std::string();
 }
 
 // "18-55" style: both ends when they differ, one number for a prime lens;

@@ -6,6 +6,7 @@
 #include <QelPlatform/TextEncoding.h>
 
 #include <cstring>
+#include <unordered_map>
 #include <vector>
 
 namespace {
@@ -25,20 +26,147 @@ constexpr UInt32 kTerminatorSlack = 2;
 // as a terminated string in every encoding up to 32-bit units.
 constexpr size_t kPointerTerminator = 4;
 
+// Strings of texts that ended on this thread, emptied but keeping their
+// buffers, for the next texts: a read makes and drops dozens of texts.
+struct SpareStrings {
+    std::vector<CFMutableStringRef> strings;
+
+    SpareStrings() = default;
+    SpareStrings(const SpareStrings&) = delete;
+    SpareStrings& operator=(const SpareStrings&) = delete;
+    ~SpareStrings();
+};
+
+constexpr size_t kMaxSpareStrings = 64;
+// False once the thread's spare strings are gone, as the thread ends.
+thread_local bool t_spareStringsLive = true;
+thread_local SpareStrings t_spareStrings;
+
+SpareStrings::~SpareStrings()
+{
+    t_spareStringsLive = false;
+    for (CFMutableStringRef text : strings)
+        CFRelease(text);
+}
+
 CFMutableStringRef NewEmpty()
 {
+    if (t_spareStringsLive && !t_spareStrings.strings.empty()) {
+        CFMutableStringRef text = t_spareStrings.strings.back();
+        t_spareStrings.strings.pop_back();
+        return text;
+    }
     return CFStringCreateMutable(kCFAllocatorDefault, 0);
+}
+
+// Releases a text's string, keeping it for the next text when nobody else holds it.
+void Recycle(CFMutableStringRef text)
+{
+    if (t_spareStringsLive && t_spareStrings.strings.size() < kMaxSpareStrings &&
+        CFGetRetainCount(text) == 1) {
+        CFStringDelete(text, CFRangeMake(0, CFStringGetLength(text)));
+        t_spareStrings.strings.push_back(text);
+        return;
+    }
+    CFRelease(text);
 }
 
 CFMutableStringRef MutableCopyOf(CFStringRef text)
 {
-    return text ? CFStringCreateMutableCopy(kCFAllocatorDefault, 0, text) : NewEmpty();
+    CFMutableStringRef copy = NewEmpty();
+    if (text && copy)
+        CFStringReplaceAll(copy, text);
+    return copy;
 }
 
 // The bundle whose tables hold the texts.
 CFBundleRef TextBundle()
 {
     return CQelString::m_bundle ? CQelString::m_bundle : CFBundleGetMainBundle();
+}
+
+// The texts one thread loaded inside text scopes, for one bundle and the
+// language it had when the outermost scope opened. The bundle's text of the
+// decimal separator key names its table, hence the language: while this
+// thread holds it, no other table's text can take its address.
+struct ScopedTexts {
+    struct Loaded {
+        std::string key;  // the key's characters: an address can be reused for another key
+        CFStringRef text;
+    };
+
+    int depth = 0;
+    bool usable = false;
+    CFBundleRef bundle = nullptr;
+    CFStringRef marker = nullptr;
+    UniChar separator = '.';
+    std::unordered_map<const char*, Loaded> byKey;
+
+    ScopedTexts() = default;
+    ScopedTexts(const ScopedTexts&) = delete;
+    ScopedTexts& operator=(const ScopedTexts&) = delete;
+    ~ScopedTexts()
+    {
+        Forget();
+        if (marker)
+            CFRelease(marker);
+    }
+
+    void Forget()
+    {
+        for (auto& entry : byKey)
+            CFRelease(entry.second.text);
+        byKey.clear();
+    }
+
+    void Open()
+    {
+        usable = false;
+        CFBundleRef current = TextBundle();
+        CFStringRef text = qel::CopyDecimalSeparatorText(current);
+        if (!text)
+            return;
+        // A table without the key answers a fresh copy each time: nothing
+        // then tells its language, and texts are not kept.
+        if (!qel::NamesSeparator(text)) {
+            CFRelease(text);
+            return;
+        }
+        if (current == bundle && text == marker) {
+            CFRelease(text);
+        } else {
+            Forget();
+            if (marker)
+                CFRelease(marker);
+            bundle = current;
+            marker = text;
+            separator = qel::SeparatorOf(text);
+        }
+        usable = true;
+    }
+};
+
+thread_local ScopedTexts t_scopedTexts;
+
+// The separator numbers take now.
+UniChar CurrentSeparator()
+{
+    const ScopedTexts& scoped = t_scopedTexts;
+    return scoped.depth > 0 && scoped.usable ? scoped.separator
+                                             : qel::DecimalSeparator(TextBundle());
+}
+
+// UTF-16 units that valid UTF-8 bytes stand for: one per byte that starts a
+// character, two for a character beyond the basic plane.
+CFIndex UTF16Length(const char* bytes, size_t length)
+{
+    CFIndex units = 0;
+    for (size_t i = 0; i < length; ++i) {
+        const unsigned char byte = static_cast<unsigned char>(bytes[i]);
+        units += (byte & 0xC0) != 0x80;
+        units += byte >= 0xF0;
+    }
+    return units;
 }
 
 // The text to compare with when a string has none.
@@ -53,6 +181,50 @@ CFStringRef QelKey(const char* key)
 {
     return key ? __CFStringMakeConstantString(key) : nullptr;
 }
+
+namespace qel {
+
+CTextScope::CTextScope()
+{
+    if (t_scopedTexts.depth++ == 0)
+        t_scopedTexts.Open();
+}
+
+CTextScope::~CTextScope()
+{
+    --t_scopedTexts.depth;
+}
+
+}  // namespace qel
+
+namespace {
+
+// The text of `key` kept for the open scope, loaded on its first use; null
+// outside a scope or when texts are not kept.
+CFStringRef ScopedText(const char* key)
+{
+    ScopedTexts& scoped = t_scopedTexts;
+    if (scoped.depth == 0 || !scoped.usable || !key)
+        return nullptr;
+    auto [found, added] = scoped.byKey.try_emplace(key);
+    ScopedTexts::Loaded& loaded = found->second;
+    if (!added && std::strcmp(loaded.key.c_str(), key) == 0)
+        return loaded.text;
+    CQelString text;
+    if (!text.LoadString(QelKey(key))) {
+        if (added)
+            scoped.byKey.erase(found);
+        return nullptr;
+    }
+    CFStringRef copy = CFStringCreateCopy(kCFAllocatorDefault, text.GetCFString());
+    if (!added)
+        CFRelease(loaded.text);
+    loaded.key = key;
+    loaded.text = copy;
+    return copy;
+}
+
+}  // namespace
 
 CQelString::CQelString() : m_string(NewEmpty()) {}
 
@@ -80,7 +252,7 @@ CQelString::~CQelString()
 {
     Invalidate();
     if (m_string)
-        CFRelease(m_string);
+        Recycle(m_string);
 }
 
 CQelString& CQelString::operator=(const CQelString& other)
@@ -94,7 +266,7 @@ void CQelString::Adopt(CFMutableStringRef text)
 {
     Invalidate();
     if (m_string)
-        CFRelease(m_string);
+        Recycle(m_string);
     m_string = text ? text : NewEmpty();
 }
 
@@ -143,6 +315,16 @@ UInt32 CQelString::GetCString(char* buffer, UInt32 size, CFStringEncoding encodi
     std::memset(buffer, 0, size);
     if (!m_string)
         return 0;
+    // UTF-8 has no loss to report, so the text is written straight in, with
+    // room left for the terminator slack, unless it holds a NUL character.
+    if (encoding == kCFStringEncodingUTF8 && size > kTerminatorSlack &&
+        CFStringGetCString(m_string, buffer, static_cast<CFIndex>(size - kTerminatorSlack),
+                           encoding)) {
+        const size_t length = std::strlen(buffer);
+        if (UTF16Length(buffer, length) == GetLength())
+            return static_cast<UInt32>(length);
+        std::memset(buffer, 0, size);
+    }
     CFDataRef data = CFStringCreateExternalRepresentation(kCFAllocatorDefault, m_string,
                                                           encoding, kLossByte);
     if (!data)
@@ -212,9 +394,26 @@ bool CQelString::LoadString(CFStringRef key)
     return true;
 }
 
+CFStringRef CQelString::KeptText(const char* key)
+{
+    return ScopedText(key);
+}
+
 bool CQelString::LoadString(const char* key)
 {
+    if (CFStringRef text = ScopedText(key)) {
+        Assign(text);
+        return true;
+    }
     return LoadString(QelKey(key));
+}
+
+void CQelString::Assign(CFStringRef text)
+{
+    if (!text || !m_string || text == m_string)
+        return;
+    Invalidate();
+    CFStringReplaceAll(m_string, text);
 }
 
 bool CQelString::AppendLoadString(CFStringRef key)
@@ -228,6 +427,10 @@ bool CQelString::AppendLoadString(CFStringRef key)
 
 bool CQelString::AppendLoadString(const char* key)
 {
+    if (CFStringRef text = ScopedText(key)) {
+        Append(text);
+        return true;
+    }
     return AppendLoadString(QelKey(key));
 }
 
@@ -256,14 +459,23 @@ bool CQelString::LoadStringWithFormat(CFStringRef key, ...)
 bool CQelString::LoadStringWithArguments(const char* key, const qel::FormatArgument* arguments,
                                          size_t count)
 {
+    if (CFStringRef format = ScopedText(key)) {
+        AdoptFormatted(format, arguments, count);
+        return true;
+    }
     CQelString format;
-    if (!format.LoadString(key))
+    if (!format.LoadString(QelKey(key)))
         return false;
-    CFMutableStringRef result = CFStringCreateMutable(kCFAllocatorDefault, 0);
-    qel::AppendFormatted(result, format.m_string, arguments, count,
-                         qel::DecimalSeparator(TextBundle()));
-    Adopt(result);
+    AdoptFormatted(format.m_string, arguments, count);
     return true;
+}
+
+void CQelString::AdoptFormatted(CFStringRef format, const qel::FormatArgument* arguments,
+                                size_t count)
+{
+    CFMutableStringRef result = NewEmpty();
+    qel::AppendFormatted(result, format, arguments, count, CurrentSeparator());
+    Adopt(result);
 }
 
 void CQelString::Format(CFStringRef format, ...)
@@ -279,7 +491,7 @@ void CQelString::Format(CFStringRef format, ...)
     Adopt(MutableCopyOf(result));
     if (result)
         CFRelease(result);
-    qel::StyleDecimalPoints(m_string, 0, qel::DecimalSeparator(TextBundle()));
+    qel::StyleDecimalPoints(m_string, 0, CurrentSeparator());
 }
 
 void CQelString::AppendFormat(CFStringRef format, ...)
@@ -292,14 +504,14 @@ void CQelString::AppendFormat(CFStringRef format, ...)
     va_start(arguments, format);
     CFStringAppendFormatAndArguments(m_string, nullptr, format, arguments);
     va_end(arguments);
-    qel::StyleDecimalPoints(m_string, start, qel::DecimalSeparator(TextBundle()));
+    qel::StyleDecimalPoints(m_string, start, CurrentSeparator());
 }
 
 void CQelString::AppendNumber(const char* printed)
 {
     const CFIndex start = GetLength();
     Append(printed, kCFStringEncodingASCII);
-    qel::StyleDecimalPoints(m_string, start, qel::DecimalSeparator(TextBundle()));
+    qel::StyleDecimalPoints(m_string, start, CurrentSeparator());
 }
 
 void CQelString::Append(const CQelString& other)

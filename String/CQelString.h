@@ -76,10 +76,15 @@ public:
     void Append(const char* text, CFStringEncoding encoding);
     void Append(CFStringRef text);
     CQelString& operator+=(const CQelString& other);
+    // Replaces the text with that of `text` (not null), in this string's own buffer.
+    void Assign(CFStringRef text);
     void Clear();
 
     // The text in UTF-8, for hosts' and tests' convenience.
     std::string ToUTF8() const;
+    // The text of `key` kept for the text scope open on this thread (owned
+    // by it, valid while it is open), or null outside one.
+    static CFStringRef KeptText(const char* key);
     // The wrapped string, still owned by this object.
     CFStringRef GetCFString() const { return m_string; }
 
@@ -89,6 +94,8 @@ public:
 
 private:
     void Invalidate() const;
+    // Replaces the text with `format` applied to the arguments.
+    void AdoptFormatted(CFStringRef format, const qel::FormatArgument* arguments, size_t count);
     bool LoadStringWithFormatV(CFStringRef key, va_list arguments);
     // Takes ownership of `text` (may be null: an empty string) as m_string.
     void Adopt(CFMutableStringRef text);
@@ -101,5 +108,21 @@ private:
 
 // The interned CFString of a localization key written as a C literal.
 CFStringRef QelKey(const char* key);
+
+namespace qel {
+
+// While one lives on a thread, localized texts of C-string keys come from
+// copies this thread keeps for the bundle's current language: the language
+// is checked once, when the outermost scope opens, and a repeated key costs
+// one lookup by its address. Open one around work that loads many texts.
+class CTextScope {
+public:
+    CTextScope();
+    ~CTextScope();
+    CTextScope(const CTextScope&) = delete;
+    CTextScope& operator=(const CTextScope&) = delete;
+};
+
+}  // namespace qel
 
 #endif

@@ -4,7 +4,9 @@
 #include "NumberStyle.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -91,15 +93,44 @@ std::string Print(const std::string& directive, Values... values)
     return result;
 }
 
+// Writes the digits of `magnitude` backwards so that they end at `end`;
+// answers where they start.
+char* PutDigits(char* end, unsigned long long magnitude)
+{
+    do {
+        *--end = static_cast<char>('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude != 0);
+    return end;
+}
+
+// The magnitude of a value, negated in unsigned arithmetic so that the most
+// negative value stays defined.
+unsigned long long Magnitude(long long value)
+{
+    const unsigned long long bits = static_cast<unsigned long long>(value);
+    return value < 0 ? 0ull - bits : bits;
+}
+
+// An integer as "%lld" or "%llu" prints it, without printf.
+void AppendDecimal(CFMutableStringRef out, unsigned long long magnitude, bool negative)
+{
+    char digits[24];
+    char* first = PutDigits(std::end(digits), magnitude);
+    if (negative)
+        *--first = '-';
+    AppendASCII(out, std::string(first, std::end(digits)));
+}
+
 // The argument in its own plain form.
 void AppendPlain(CFMutableStringRef out, const FormatArgument& argument)
 {
     switch (argument.kind) {
     case FormatArgument::Kind::Signed:
-        AppendASCII(out, Print("%lld", argument.integer));
+        AppendDecimal(out, Magnitude(argument.integer), argument.integer < 0);
         break;
     case FormatArgument::Kind::Unsigned:
-        AppendASCII(out, Print("%llu", static_cast<unsigned long long>(argument.integer)));
+        AppendDecimal(out, static_cast<unsigned long long>(argument.integer), false);
         break;
     case FormatArgument::Kind::Double:
         AppendASCII(out, Print("%f", argument.real));
@@ -245,10 +276,74 @@ private:
         if (!a)
             return;
         const CFIndex start = CFStringGetLength(m_out);
-        Convert(c.conversion, c.length, "%" + c.flags + width + precision, a);
+        if (!AppendDirect(c, width, precision, a))
+            Convert(c.conversion, c.length, "%" + c.flags + width + precision, a);
         // Doubles and C strings (numbers the library printed) take the language's separator.
         if (a->kind == FormatArgument::Kind::Double || a->kind == FormatArgument::Kind::CString)
             StyleDecimalPoints(m_out, start, m_separator);
+    }
+
+    // Decimal integers without a precision and "%.Nf" with N of at most four,
+    // with any of the flags "+-0 " and a width, written without printf; false
+    // for every other conversion.
+    bool AppendDirect(const Conversion& c, const std::string& width, const std::string& precision,
+                      const FormatArgument* a)
+    {
+        if (c.flags.find_first_not_of("+-0 ") != std::string::npos ||
+            width.find_first_not_of("0123456789") != std::string::npos)
+            return false;
+        char digits[32];
+        char* end = std::end(digits);
+        char* first = end;
+        bool negative = false;
+        const bool isSigned = c.conversion == 'd' || c.conversion == 'i';
+        if ((isSigned || c.conversion == 'u') && IsInteger(*a) && precision.empty()) {
+            const long long value = Narrowed(*a, c.length, isSigned);
+            negative = isSigned && value < 0;
+            first = PutDigits(end, isSigned ? Magnitude(value)
+                                            : static_cast<unsigned long long>(value));
+        } else if (c.conversion == 'f' && a->kind == FormatArgument::Kind::Double &&
+                   precision.size() == 2 && IsDigit(precision[1]) && precision[1] <= '4' &&
+                   std::fabs(a->real) < 1e14) {
+            negative = std::signbit(a->real);
+            const int length =
+                PrintFixed(digits, sizeof digits, std::fabs(a->real), precision[1] - '0');
+            if (length <= 0)
+                return false;
+            end = digits + length;
+            first = digits;
+        } else {
+            return false;
+        }
+        const auto has = [&](char flag) { return c.flags.find(flag) != std::string::npos; };
+        char sign = 0;
+        if (negative)
+            sign = '-';
+        else if (isSigned || c.conversion == 'f')
+            sign = has('+') ? '+' : has(' ') ? ' ' : 0;
+        const size_t length = static_cast<size_t>(end - first) + (sign ? 1 : 0);
+        const size_t wanted = width.empty() ? 0 : static_cast<size_t>(std::stoi(width));
+        const size_t padding = wanted > length ? wanted - length : 0;
+        UniChar units[64];
+        if (padding + length > sizeof units / sizeof units[0])
+            return false;
+        size_t at = 0;
+        const bool left = has('-'), zeros = has('0') && !left;
+        if (!left && !zeros)
+            for (size_t k = 0; k < padding; ++k)
+                units[at++] = ' ';
+        if (sign)
+            units[at++] = static_cast<UniChar>(sign);
+        if (zeros)
+            for (size_t k = 0; k < padding; ++k)
+                units[at++] = '0';
+        for (const char* digit = first; digit != end; ++digit)
+            units[at++] = static_cast<UniChar>(*digit);
+        if (left)
+            for (size_t k = 0; k < padding; ++k)
+                units[at++] = ' ';
+        CFStringAppendCharacters(m_out, units, static_cast<CFIndex>(at));
+        return true;
     }
 
     void Convert(char conversion, const std::string& length, const std::string& directive,
@@ -279,6 +374,8 @@ private:
             if (a->kind == FormatArgument::Kind::CString) {
                 if (!a->text)
                     return AppendASCII(m_out, "(null)");
+                if (directive.size() == 1)
+                    return AppendCString(m_out, a->text);
                 return AppendCString(m_out, Print(directive + "s", a->text).c_str());
             }
             break;

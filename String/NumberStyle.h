@@ -26,8 +26,19 @@ private:
     locale_t m_previous;
 };
 
+// `value` as printf's "%.<precision>f" ("%+.<precision>f" with `plus`)
+// prints it in the C locale, into `out` (`size` bytes); answers what
+// snprintf answers.
+int PrintFixed(char* out, size_t size, double value, int precision, bool plus = false);
+
 // The decimal separator of the user's language, looked up in `bundle`.
 UniChar DecimalSeparator(CFBundleRef bundle);
+// The table's text for the decimal separator (a new reference), or null;
+// an answer that is the key itself means the table lacks it.
+CFStringRef CopyDecimalSeparatorText(CFBundleRef bundle);
+// Whether that text names a separator, and the separator it names.
+bool NamesSeparator(CFStringRef text);
+UniChar SeparatorOf(CFStringRef text);
 
 // Writes every '.' of `text` from `from` on as `separator`; the caller
 // appended only printed numbers there.

@@ -3,6 +3,10 @@
 # Times qelinfo against exiv2's own tag printer over the same folder of JPEGs,
 # both in one run, each as one process over the whole folder:
 #   qelinfo --format json DIR/*.jpg     versus     exiv2 -pt DIR/*.jpg
+# and then both against the floor, bench/ExivFloor.cpp (qel_exiv2_floor):
+# libexiv2 opening each file and reading its metadata and nothing else. The
+# three run interleaved FLOOR_RUNS times (default 11); the median ratio of
+# CPU time (user + system) to the floor's is reported for each.
 # The folder is made here with the exiv2 tool from the sample JPEG: three
 # seeds (the maker's SLR with GPS, a compact camera, another maker's camera
 # without GPS), copied COUNT times with exposure, aperture, ISO, focal
@@ -11,7 +15,8 @@
 #   scripts/compare-exiv2.sh [COUNT] [DIR]      (default 300, a folder in /tmp)
 #
 # Uses hyperfine when it is installed (apt-get install hyperfine), else
-# bash's `time` over ten runs each. Builds qelinfo in Release in build-bench.
+# bash's `time` over ten runs each. Builds qelinfo and the floor in Release
+# in build-bench.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 count=${1:-300}
@@ -21,8 +26,9 @@ seed_image=samples/talvo-q77-harbour.jpg
 
 command -v exiv2 >/dev/null || { echo "compare-exiv2.sh: needs the exiv2 tool" >&2; exit 2; }
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DQEL_BUILD_BENCHMARKS=ON >/dev/null
-cmake --build "$build" -j"$(nproc)" --target qelinfo >/dev/null
+cmake --build "$build" -j"$(nproc)" --target qelinfo qel_exiv2_floor >/dev/null
 qelinfo=$build/qelinfo
+floor=$build/qel_exiv2_floor
 
 # --- the seeds ---
 # The folder is this script's own: an existing folder it did not make is
@@ -87,3 +93,25 @@ else
     time (for run in 1 2 3 4 5 6 7 8 9 10; do bash -c "$command" >/dev/null; done)
   done
 fi
+
+# --- against the floor: interleaved runs, median ratio of CPU time ---
+runs=${FLOOR_RUNS:-11}
+cpu_seconds() {  # CPU seconds (user + system) of one run of the command
+  local TIMEFORMAT='%3U %3S' times
+  times=$( { time "$@" >/dev/null 2>&1; } 2>&1 )
+  awk '{ printf "%.3f", $1 + $2 }' <<<"$times"
+}
+median() { sort -g | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
+floor_times=() qel_ratios=() exiv2_ratios=()
+for ((run = 0; run < runs; ++run)); do
+  f=$(cpu_seconds "$floor" "$dir"/*.jpg)
+  q=$(LANGUAGE=en cpu_seconds "$qelinfo" --format json "$dir"/*.jpg)
+  p=$(cpu_seconds exiv2 -pt "$dir"/*.jpg)
+  floor_times+=("$f")
+  qel_ratios+=("$(awk -v a="$q" -v b="$f" 'BEGIN { printf "%.3f", (b > 0 ? a / b : 0) }')")
+  exiv2_ratios+=("$(awk -v a="$p" -v b="$f" 'BEGIN { printf "%.3f", (b > 0 ? a / b : 0) }')")
+done
+echo "floor (qel_exiv2_floor, open + readMetadata), $runs interleaved runs over $count files:"
+echo "  floor CPU time, median:           $(printf '%s\n' "${floor_times[@]}" | median) s"
+echo "  qelinfo --format json / floor:    $(printf '%s\n' "${qel_ratios[@]}" | median) (median ratio)"
+echo "  exiv2 -pt / floor:                $(printf '%s\n' "${exiv2_ratios[@]}" | median) (median ratio)"

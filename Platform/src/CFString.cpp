@@ -200,6 +200,14 @@ Boolean CFStringGetCString(CFStringRef theString, char* buffer, CFIndex bufferSi
 {
     if (theString == nullptr || buffer == nullptr || bufferSize <= 0)
         return false;
+    // ASCII text, most of what is shown, is its own UTF-8: copied straight in.
+    const std::u16string& units = theString->units;
+    if (encoding == kCFStringEncodingUTF8 && units.size() < static_cast<size_t>(bufferSize) &&
+        std::all_of(units.begin(), units.end(), [](char16_t unit) { return unit < 0x80; })) {
+        std::copy(units.begin(), units.end(), buffer);
+        buffer[units.size()] = '\0';
+        return true;
+    }
     // Encoded into a buffer each thread keeps, so that a conversion does not
     // allocate once the thread has converted a text as long.
     thread_local std::string bytes;

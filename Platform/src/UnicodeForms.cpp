@@ -193,6 +193,16 @@ bool EncodeUTF8(const std::u16string& units, UInt8 lossByte, std::string& out)
     // (a surrogate pair takes four for its two units), then cut to size.
     out.resize(3 * units.size());
     char* next = &out[0];
+    // Most texts are ASCII throughout: those are copied unit by unit.
+    size_t ascii = 0;
+    while (ascii < units.size() && units[ascii] < 0x80) {
+        next[ascii] = static_cast<char>(units[ascii]);
+        ++ascii;
+    }
+    if (ascii == units.size()) {
+        out.resize(ascii);
+        return true;
+    }
     const bool complete = ForEachScalar(
         units, [&](uint32_t scalar) { next += PutUTF8(next, scalar); },
         [&] {

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -74,4 +75,35 @@ TEST(FormatArguments, TheDecimalSeparatorReachesNumbersOnly)
     EXPECT_EQ(Apply("Sync. %+.1f / %s / %@ / %d / %4$s", {-0.66, "1/3.3", name, 1.5}, ','),
               "Sync. -0,7 / 1/3,3 / v1.2 / 1,500000 / 1,500000");
     EXPECT_EQ(Apply("%3$d°%4$02d'%5$05.2f\"", kPosition, ','), "35°39'29,16\"");
+}
+
+// Integers and short fixed decimals are written without printf: whatever the
+// flags, width and value, they read exactly as printf prints them, ties and
+// negative zero included.
+TEST(FormatArguments, NumbersWrittenDirectlyReadAsPrintfPrintsThem)
+{
+    const char* const flags[] = {"", "+", "-", "0", " ", "+0", "-0"};
+    const char* const widths[] = {"", "1", "6"};
+    const long long integers[] = {0, 7, -7, 2147483647, -2147483647 - 1, 4294967295};
+    const double reals[] = {0.0,   -0.0,  0.05,      0.15,        0.25, -0.125,
+                            2.675, 9.995, 1.0 / 3.0, 99999.99995, -0.04};
+    char expected[64];
+    for (const char* flag : flags)
+        for (const char* width : widths) {
+            const std::string prefix = std::string("%") + flag + width;
+            for (long long value : integers) {
+                const int signedValue = static_cast<int>(value);
+                const unsigned unsignedValue = static_cast<unsigned>(value);
+                std::snprintf(expected, sizeof expected, (prefix + "d").c_str(), signedValue);
+                EXPECT_EQ(Apply((prefix + "d").c_str(), {signedValue}), expected);
+                std::snprintf(expected, sizeof expected, (prefix + "u").c_str(), unsignedValue);
+                EXPECT_EQ(Apply((prefix + "u").c_str(), {unsignedValue}), expected);
+            }
+            for (double value : reals)
+                for (const char* precision : {".0", ".1", ".2", ".4"}) {
+                    const std::string format = prefix + precision + "f";
+                    std::snprintf(expected, sizeof expected, format.c_str(), value);
+                    EXPECT_EQ(Apply(format.c_str(), {value}), expected) << format;
+                }
+        }
 }

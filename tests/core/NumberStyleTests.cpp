@@ -5,6 +5,8 @@
 #include <clocale>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
+#include <set>
 
 namespace {
 
@@ -53,6 +55,8 @@ TEST(NumberStyle, EveryPrintedNumberTakesTheLanguagesSeparator)
         {"en", true, "-0.7", "1/3.3", "09:05:7.50", "4.5"},
         {"de", true, "-0,7", "1/3,3", "09:05:7,50", "4,5"},
     };
+    // Titles follow the language from read to read, back to one read before.
+    std::map<std::string, std::string> titles;
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.language << (c.germanHostLocale ? " in de_DE" : ""));
         LanguageScope language(c.language);
@@ -73,7 +77,13 @@ TEST(NumberStyle, EveryPrintedNumberTakesTheLanguagesSeparator)
         EXPECT_EQ(info.Value(kGPSTimeStamp), c.stamp);
         EXPECT_NE(info.Value(kGPSAltitude).value_or("").find(c.altitude), std::string::npos)
             << info.Value(kGPSAltitude).value_or("<none>");
+        const std::string title = info.Title(kExposureTime).value_or("");
+        EXPECT_EQ(titles.emplace(c.language, title).first->second, title);
     }
+    std::set<std::string> distinct;
+    for (const auto& [language, title] : titles)
+        distinct.insert(title);
+    EXPECT_EQ(distinct.size(), titles.size());
 }
 
 }  // namespace
