@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Constant tables, the form in which every formatter keeps its mapping from
 // what the camera wrote to what is shown, and the one look-up over them.
 #ifndef QEL_KEY_TABLES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "NumberStyle.h"
 
 #include <cmath>

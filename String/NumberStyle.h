@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers in the style of the user's language: the library prints every
 // number in the C locale, whatever LC_NUMERIC the host set, and then writes
 // its decimal point as the language's table says (IDS_QEL_DECIMAL_SEPARATOR;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The floor under qelinfo's image path: opens each file with libexiv2 and
 // reads its metadata, nothing else, with the log muted.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Inputs.h"
 
 #include "OpenTagSource.h"

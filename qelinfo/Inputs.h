@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a FILE argument stands for beyond one named file: standard input
 // ("-") and, with --recursive, the images and tag files under a folder.
 #ifndef QELINFO_INPUTS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The languages the library has texts in: the .lproj folders of the
 // framework bundle it loads, found where the library finds it (beside the
 // program or beside the loaded library, by the bundle's identifier).

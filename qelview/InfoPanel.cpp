@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "InfoPanel.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The information panel: the cells of the device's display grid (title and
 // value, column after column, empty cells skipped), then every other item
 // and the six value lists, each behind an expander.

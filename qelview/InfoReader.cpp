@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "InfoReader.h"
 
 #include "IQelImgInfo.h"

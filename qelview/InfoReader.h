@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads files through the library on a worker thread that owns its own
 // image-information object, as a photo manager's browser does: the library
 // object is never shared between threads.

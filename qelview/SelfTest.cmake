@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Runs qelview's self-test under Xvfb with GTK's Cairo renderer, switching
 # language from its menu, then checks every file's panel in every language
 # against qelinfo's grid and that every snapshot has more than a handful of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The self-test: in each language in turn, chosen from the language menu,
 // selects each file and, once everything it asked for is shown, writes the
 // panel's cell texts and a PNG snapshot of the window into

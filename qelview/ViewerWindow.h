@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The viewer's window: a strip of thumbnails, the selected image large and
 // the information panel beside it, a folder button and a language menu.
 #ifndef QELVIEW_VIEWER_WINDOW_H

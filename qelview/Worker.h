@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One background thread that runs jobs newest first and hands each result
 // back on the main loop, so the window never waits for a file.
 #ifndef QELVIEW_WORKER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // qelview: a small photo viewer whose information panel is filled by
 // QelImgInfo, read through the same tag sources as qelinfo.
 //

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Checks that the test suite has teeth: applies small deliberate faults to
 # the library one at a time, rebuilds the test programs, runs them, and
 # reports each fault as caught (some test failed) or missed; the faulty file

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers take the decimal separator of the user's language, through every
 // way the library prints them, whatever numeric locale the host has set.
 #include "TestImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A photo manager reads thumbnails on worker threads, one object per thread:
 // every thread must see exactly what one thread alone sees for the same files.
 #include "TestImgInfo.h"

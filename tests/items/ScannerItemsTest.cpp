@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Film-scanner items: mapped settings, filter intensities and the analog
 // gains, which the red channel's tag carries for all three channels.
 #include "TestImgInfo.h"

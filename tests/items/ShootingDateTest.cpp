@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The shooting date: the original date, else the file's date, as numbers
 // printed again, with tenths of a second from the sub-second text.
 #include "TestImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tone and colour items: the rows at each table's edges and fallbacks, the
 // blank-versus-missing value of each item, and the list positions recorded.
 #include "TestImgInfo.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Encodings: external representations, loss bytes and byte-order marks.
 #include "PlatformTestSupport.h"
 

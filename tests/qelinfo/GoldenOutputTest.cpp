@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // qelinfo's whole output, byte for byte, over the samples and a few hundred
 // tag files derived from them with varied values, in three languages and both
 // formats. The digests were taken from a known-good build: a change that is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tests' tag source: the tag table qelinfo reads files into, filled tag
 // by tag. It also notes every read and hands out each error object through a
 // counter, so a test can tell that every error was released exactly once.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Test texts as UTF-8, converted by the platform layer itself, so a test
 // compares with what a host would read.
 #ifndef QEL_TEST_UTF8_H
