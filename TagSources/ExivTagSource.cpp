@@ -708,6 +708,15 @@ std::unique_ptr<ExivTagSource> ExivTagSource::FromFile(const std::string& path)
     return ReadImage([&] { return Exiv2::ImageFactory::open(path); }, path);
 }
 
+bool ExivTagSource::IsImage(const std::string& path)
+{
+    try {
+        return Exiv2::ImageFactory::getType(path) != Exiv2::ImageType::none;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
 std::unique_ptr<ExivTagSource> ExivTagSource::FromMemory(const std::string& bytes)
 {
     if (bytes.empty())

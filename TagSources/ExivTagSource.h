@@ -23,6 +23,10 @@ public:
     // The same for an image held in memory (read from a pipe).
     static std::unique_ptr<ExivTagSource> FromMemory(const std::string& bytes);
 
+    // Whether exiv2 knows the format of the file from its first bytes, the
+    // way it picks a reader; false for anything it cannot open.
+    static bool IsImage(const std::string& path);
+
     // An image without tags; FromFile fills one.
     ExivTagSource() = default;
 

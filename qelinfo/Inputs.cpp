@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "Inputs.h"
 
+#include "ExivTagSource.h"
 #include "OpenTagSource.h"
 #include "TagSourceError.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <iterator>
 #include <sys/stat.h>
 
 namespace qelinfo {
@@ -19,30 +18,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Extensions of the image formats libexiv2 reads Exif from.
-constexpr const char* kImageExtensions[] = {
-    "jpg", "jpeg", "jpe", "tif", "tiff", "png",  "webp", "heic", "heif", "avif", "jp2",
-    "dng", "cr2",  "cr3", "crw", "nef",  "nrw",  "arw",  "sr2",  "srf",  "orf",  "rw2",
-    "raf", "pef",  "mrw", "srw", "3fr",  "erf",  "kdc",  "dcr",  "mos",  "x3f",  "exv",
-};
-
-std::string LowerExtension(const fs::path& path)
-{
-    std::string extension = path.extension().string();
-    if (!extension.empty())
-        extension.erase(0, 1);
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return extension;
-}
-
+// Tag files by name; images by content, as exiv2 recognises them, so a new
+// camera's raw format is read as soon as the installed exiv2 knows it.
 bool IsImageOrTagFile(const fs::path& path)
 {
-    if (qel::IsTagFileName(path.string()))
-        return true;
-    const std::string extension = LowerExtension(path);
-    return std::any_of(std::begin(kImageExtensions), std::end(kImageExtensions),
-                       [&](const char* known) { return extension == known; });
+    return qel::IsTagFileName(path.string()) || qel::ExivTagSource::IsImage(path.string());
 }
 
 }  // namespace
