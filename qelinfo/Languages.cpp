@@ -47,7 +47,8 @@ std::string ReadText(const fs::path& path)
     return text.str();
 }
 
-// The program's folder and the loaded library's, as the library looks.
+// The program's folder, the loaded library's and the data folder beside
+// it, as the library looks.
 std::vector<fs::path> SearchedFolders()
 {
     std::vector<fs::path> folders;
@@ -62,6 +63,11 @@ std::vector<fs::path> SearchedFolders()
         if (!error)
             folders.push_back(resolved.parent_path());
     }
+    // An installed library keeps its bundle under the data folder, at the
+    // distance from its own folder the build fixed.
+    const size_t beside = folders.size();
+    for (size_t i = 0; i < beside; ++i)
+        folders.push_back(folders[i] / QEL_LIB_TO_BUNDLES);
     return folders;
 }
 
