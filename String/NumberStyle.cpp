@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "NumberStyle.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <limits>
+#include <system_error>
 #include <vector>
 
 namespace qel {
@@ -24,15 +25,6 @@ CFStringRef SeparatorKey()
     return CFSTR("IDS_QEL_DECIMAL_SEPARATOR");
 }
 
-// Precisions printed without printf: a double times 10^4 (5^4 needs 10 bits)
-// is exact in a 64-bit extended mantissa, so rounding it to an integer is
-// the correctly rounded decimal printf prints.
-constexpr int kMaxDirectPrecision = 4;
-constexpr long double kPowersOfTen[] = {1, 10, 100, 1000, 10000};
-constexpr bool kExactProducts = std::numeric_limits<long double>::digits >= 64;
-// Beyond this the scaled value leaves the range of a 64-bit integer.
-constexpr double kMaxDirectValue = 1e14;
-
 }  // namespace
 
 int PrintFixed(char* out, size_t size, double value, int precision, bool plus)
@@ -41,36 +33,26 @@ int PrintFixed(char* out, size_t size, double value, int precision, bool plus)
         const CNumericScope cNumbers;
         return std::snprintf(out, size, plus ? "%+.*f" : "%.*f", precision, value);
     };
-    if (!kExactProducts || precision < 0 || precision > kMaxDirectPrecision ||
-        !(std::fabs(value) < kMaxDirectValue))
-        return printed();
-    const bool negative = std::signbit(value);
-    // Ties go to the even neighbour, as printf rounds in the default mode.
-    const long double scaled = std::nearbyint(std::fabs(static_cast<long double>(value)) *
-                                              kPowersOfTen[precision]);
-    unsigned long long units = static_cast<unsigned long long>(scaled);
-    char digits[32];
-    char* first = digits + sizeof digits;
-    for (int place = 0; place < precision; ++place) {
-        *--first = static_cast<char>('0' + units % 10);
-        units /= 10;
-    }
-    if (precision > 0)
-        *--first = '.';
-    do {
-        *--first = static_cast<char>('0' + units % 10);
-        units /= 10;
-    } while (units != 0);
-    if (negative)
-        *--first = '-';
-    else if (plus)
-        *--first = '+';
-    const size_t length = static_cast<size_t>(digits + sizeof digits - first);
-    if (length + 1 > size)
-        return printed();  // cut as printf cuts
-    std::memcpy(out, first, length);
+#if defined(__cpp_lib_to_chars)
+    // to_chars rounds the exact binary value as printf does, without the C
+    // locale and without floating-point tricks that differ between machines.
+    if (precision < 0 || !std::isfinite(value))
+        return printed();  // the default precision, infinities and NaN as printf writes them
+    char digits[64];
+    char* first = digits;
+    if (plus && !std::signbit(value))
+        *first++ = '+';
+    const auto [last, error] = std::to_chars(first, digits + sizeof digits, value,
+                                             std::chars_format::fixed, precision);
+    const size_t length = static_cast<size_t>(last - digits);
+    if (error != std::errc() || length + 1 > size)
+        return printed();  // very long numbers, and texts cut as printf cuts them
+    std::memcpy(out, digits, length);
     out[length] = '\0';
     return static_cast<int>(length);
+#else
+    return printed();
+#endif
 }
 
 CNumericScope::CNumericScope()
