@@ -44,8 +44,21 @@ struct FileInfo {
     std::vector<ValueList> lists;             // the six list items, in host order
 };
 
-// Reads the file's tags into `info` and gathers everything it shows.
-FileInfo ReadFileInfo(IQelImgInfo& info, IVandelTagControl& tags);
+// Gathers what the library shows into storage kept from file to file, so a
+// folder is read without a heap allocation per text.
+class FileReader {
+public:
+    // Reads the file's tags into `info` and gathers everything it shows; the
+    // grid's cell lines only with `cellLines` (the JSON form shows none).
+    const FileInfo& Read(IQelImgInfo& info, IVandelTagControl& tags, bool cellLines);
+
+private:
+    void ReadItems(IQelImgInfo& info);
+    void ReadGrid(IQelImgInfo& info, bool cellLines);
+    void ReadLists(IQelImgInfo& info);
+
+    FileInfo m_file;
+};
 
 }  // namespace qelinfo
 

@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <charconv>
 #include <cstdio>
 
 namespace qelinfo {
@@ -20,14 +21,13 @@ std::string Dump(const Json& object)
     return object.dump(-1, ' ', false, nlohmann::detail::error_handler_t::replace);
 }
 
-// The line is written straight into one string, in exactly the form the
-// JSON library gives (no blanks, keys in order). A text of printable ASCII
-// without quotes or backslashes goes in as it is; any other text is left to
-// the library, which escapes it and replaces what is not UTF-8.
+// The line is written straight into the caller's string, in exactly the
+// form the JSON library gives (no blanks, keys in order). A text of UTF-8
+// without controls, quotes or backslashes goes in as it is; any other text is
+// left to the library, which escapes it and replaces what is not UTF-8.
 class Line {
 public:
-    Line() { m_text.reserve(kTypicalLength); }
-    const std::string& Text() const { return m_text; }
+    explicit Line(std::string& text) : m_text(text) {}
 
     // Punctuation and keys, written as they stand: `",\"title\":"`.
     Line& Raw(const char* text)
@@ -37,13 +37,15 @@ public:
     }
     Line& String(const std::string& text)
     {
+        bool ascii = true;
         for (char c : text) {
             const auto byte = static_cast<unsigned char>(c);
-            if (byte < 0x20 || byte > 0x7E || c == '"' || c == '\\') {
-                m_text += Dump(Json(text));
-                return *this;
-            }
+            if (byte < 0x20 || c == '"' || c == '\\')
+                return Escaped(text);
+            ascii = ascii && byte < 0x80;
         }
+        if (!ascii && !qel::IsUTF8(text))
+            return Escaped(text);
         m_text += '"';
         m_text += text;
         m_text += '"';
@@ -56,14 +58,20 @@ public:
     template <class Integer>
     Line& Number(Integer number)
     {
-        m_text += std::to_string(number);
+        char digits[24];
+        const auto written = std::to_chars(digits, digits + sizeof digits, number);
+        m_text.append(digits, written.ptr);
         return *this;
     }
 
 private:
-    // Room for the line of an SLR file with every item, so it is not regrown.
-    static constexpr size_t kTypicalLength = 8192;
-    std::string m_text;
+    Line& Escaped(const std::string& text)
+    {
+        m_text += Dump(Json(text));
+        return *this;
+    }
+
+    std::string& m_text;
 };
 
 // A name that is not UTF-8 cannot be told back from its "file" text, where
@@ -89,9 +97,9 @@ std::optional<std::string> FileBytes(const std::string& file)
 
 }  // namespace
 
-std::string JsonLine(const std::string& file, const FileInfo& info)
+void AppendJsonLine(std::string& out, const std::string& file, const FileInfo& info)
 {
-    Line line;
+    Line line(out);
     line.Raw("{\"file\":").String(file);
     if (auto bytes = FileBytes(file))
         line.Raw(",\"file_bytes\":").String(*bytes);
@@ -128,7 +136,6 @@ std::string JsonLine(const std::string& file, const FileInfo& info)
         line.Raw("]}");
     }
     line.Raw("]}");
-    return line.Text();
 }
 
 std::string JsonErrorLine(const std::string& file, const std::string& reason)

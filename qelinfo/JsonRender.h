@@ -19,7 +19,8 @@
 
 namespace qelinfo {
 
-std::string JsonLine(const std::string& file, const FileInfo& info);
+// Appends the line to `out`, without the line break.
+void AppendJsonLine(std::string& out, const std::string& file, const FileInfo& info);
 std::string JsonErrorLine(const std::string& file, const std::string& reason);
 
 }  // namespace qelinfo
