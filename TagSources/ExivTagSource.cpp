@@ -705,7 +705,20 @@ std::unique_ptr<ExivTagSource> ReadImage(Open open, const std::string& path)
 std::unique_ptr<ExivTagSource> ExivTagSource::FromFile(const std::string& path)
 {
     RequireNonEmptyRegularFile(path);
-    return ReadImage([&] { return Exiv2::ImageFactory::open(path); }, path);
+    // Mapped, exiv2 reads the headers straight from memory rather than
+    // through stdio; a file it cannot map or recognise there is opened by
+    // name, so its message is the one exiv2 gives for the file.
+    Exiv2::FileIo file(path);
+    return ReadImage(
+        [&] {
+            try {
+                if (file.open() == 0)
+                    return Exiv2::ImageFactory::open(file.mmap(false), file.size());
+            } catch (const Exiv2::AnyError&) {
+            }
+            return Exiv2::ImageFactory::open(path);
+        },
+        path);
 }
 
 bool ExivTagSource::IsImage(const std::string& path)
