@@ -72,6 +72,7 @@ void FileReader::ReadLists(IQelImgInfo& info)
         if (list.id == id && list.entries.size() == count)
             continue;
         list.id = id;
+        list.revision = ++m_listRevision;
         list.entries.resize(count);
         for (UInt32 index = 0; index < count; ++index) {
             ListEntry& entry = list.entries[index];

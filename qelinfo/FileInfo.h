@@ -33,6 +33,7 @@ struct ValueList {
     UInt32 id = 0;
     SInt32 current = -1;
     std::vector<ListEntry> entries;
+    UInt32 revision = 0;  // new each time the entries are read again
 };
 
 struct FileInfo {
@@ -58,6 +59,7 @@ private:
     void ReadLists(IQelImgInfo& info);
 
     FileInfo m_file;
+    UInt32 m_listRevision = 0;
 };
 
 }  // namespace qelinfo

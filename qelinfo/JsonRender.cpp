@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <array>
 #include <charconv>
 #include <cstdio>
 
@@ -21,6 +22,17 @@ std::string Dump(const Json& object)
     return object.dump(-1, ' ', false, nlohmann::detail::error_handler_t::replace);
 }
 
+// What a byte means to the JSON form: written as it is, escaped, or part of
+// a UTF-8 sequence that must be well formed to be written as it is.
+constexpr unsigned char kEscaped = 1;
+constexpr unsigned char kBeyondASCII = 2;
+constexpr auto kByteKinds = [] {
+    std::array<unsigned char, 256> kinds{};
+    for (size_t byte = 0; byte < kinds.size(); ++byte)
+        kinds[byte] = byte < 0x20 || byte == '"' || byte == '\\' ? kEscaped : byte >= 0x80 ? kBeyondASCII : 0;
+    return kinds;
+}();
+
 // The line is written straight into the caller's string, in exactly the
 // form the JSON library gives (no blanks, keys in order). A text of UTF-8
 // without controls, quotes or backslashes goes in as it is; any other text is
@@ -35,16 +47,17 @@ public:
         m_text += text;
         return *this;
     }
+    Line& Raw(const std::string& text)
+    {
+        m_text += text;
+        return *this;
+    }
     Line& String(const std::string& text)
     {
-        bool ascii = true;
-        for (char c : text) {
-            const auto byte = static_cast<unsigned char>(c);
-            if (byte < 0x20 || c == '"' || c == '\\')
-                return Escaped(text);
-            ascii = ascii && byte < 0x80;
-        }
-        if (!ascii && !qel::IsUTF8(text))
+        unsigned kinds = 0;
+        for (char c : text)
+            kinds |= kByteKinds[static_cast<unsigned char>(c)];
+        if ((kinds & kEscaped) || ((kinds & kBeyondASCII) && !qel::IsUTF8(text)))
             return Escaped(text);
         m_text += '"';
         m_text += text;
@@ -97,7 +110,7 @@ std::optional<std::string> FileBytes(const std::string& file)
 
 }  // namespace
 
-void AppendJsonLine(std::string& out, const std::string& file, const FileInfo& info)
+void JsonWriter::Append(std::string& out, const std::string& file, const FileInfo& info)
 {
     Line line(out);
     line.Raw("{\"file\":").String(file);
@@ -124,18 +137,32 @@ void AppendJsonLine(std::string& out, const std::string& file, const FileInfo& i
     }
 
     line.Raw("]},\"lists\":[");
+    m_entries.resize(info.lists.size());
     for (size_t l = 0; l < info.lists.size(); ++l) {
         const ValueList& list = info.lists[l];
         line.Raw(l ? ",{\"id\":" : "{\"id\":").Number(list.id);
         line.Raw(",\"count\":").Number(list.entries.size());
-        line.Raw(",\"current\":").Number(list.current).Raw(",\"entries\":[");
-        for (size_t e = 0; e < list.entries.size(); ++e) {
-            line.Raw(e ? ",{\"raw\":" : "{\"raw\":").Number(list.entries[e].raw);
-            line.Raw(",\"text\":").StringOrNull(list.entries[e].text).Raw("}");
-        }
-        line.Raw("]}");
+        line.Raw(",\"current\":").Number(list.current);
+        line.Raw(Entries(m_entries[l], list));
     }
     line.Raw("]}");
+}
+
+const std::string& JsonWriter::Entries(RenderedEntries& rendered, const ValueList& list)
+{
+    if (rendered.id == list.id && rendered.revision == list.revision && list.revision != 0)
+        return rendered.text;
+    rendered.id = list.id;
+    rendered.revision = list.revision;
+    rendered.text.clear();
+    Line line(rendered.text);
+    line.Raw(",\"entries\":[");
+    for (size_t e = 0; e < list.entries.size(); ++e) {
+        line.Raw(e ? ",{\"raw\":" : "{\"raw\":").Number(list.entries[e].raw);
+        line.Raw(",\"text\":").StringOrNull(list.entries[e].text).Raw("}");
+    }
+    line.Raw("]}");
+    return rendered.text;
 }
 
 std::string JsonErrorLine(const std::string& file, const std::string& reason)

@@ -109,7 +109,7 @@ private:
         if (json) {
             // One buffer for every line, so a folder costs no allocation per file.
             m_line.clear();
-            qelinfo::AppendJsonLine(m_line, file, *fileInfo);
+            m_json.Append(m_line, file, *fileInfo);
             m_line += '\n';
             std::cout.write(m_line.data(), static_cast<std::streamsize>(m_line.size()));
         } else {
@@ -140,6 +140,7 @@ private:
     const qelinfo::Options& m_options;
     ImgInfo m_info;
     qelinfo::FileReader m_reader;
+    qelinfo::JsonWriter m_json;
     std::string m_line;
     int m_status = kExitOK;
     bool m_firstBlock = true;
