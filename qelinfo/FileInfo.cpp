@@ -90,4 +90,10 @@ const FileInfo& FileReader::Read(IQelImgInfo& info, IVandelTagControl& tags, boo
     return m_file;
 }
 
+FileInfo ReadFileInfo(IQelImgInfo& info, IVandelTagControl& tags)
+{
+    FileReader reader;
+    return reader.Read(info, tags, true);
+}
+
 }  // namespace qelinfo

@@ -46,7 +46,8 @@ struct FileInfo {
 };
 
 // Gathers what the library shows into storage kept from file to file, so a
-// folder is read without a heap allocation per text.
+// folder is read without a heap allocation per text. The value lists are
+// kept too: the language must stay the same for the reader's life.
 class FileReader {
 public:
     // Reads the file's tags into `info` and gathers everything it shows; the
@@ -61,6 +62,10 @@ private:
     FileInfo m_file;
     UInt32 m_listRevision = 0;
 };
+
+// One file, grid lines included, with nothing kept from an earlier file (for
+// hosts that may change the language between files).
+FileInfo ReadFileInfo(IQelImgInfo& info, IVandelTagControl& tags);
 
 }  // namespace qelinfo
 

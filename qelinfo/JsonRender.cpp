@@ -73,7 +73,7 @@ public:
     {
         char digits[24];
         const auto written = std::to_chars(digits, digits + sizeof digits, number);
-        m_text.append(digits, written.ptr);
+        m_text.append(digits, static_cast<size_t>(written.ptr - digits));
         return *this;
     }
 
