@@ -175,8 +175,7 @@ int ListLanguages()
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> arguments(argv + 1, argv + argc);
-    qelinfo::ParsedOptions parsed = qelinfo::ParseOptions(arguments);
+    qelinfo::ParsedOptions parsed = qelinfo::ParseOptions({argv + 1, argv + argc});
     if (!parsed.usageError.empty()) {
         std::cerr << "qelinfo: " << parsed.usageError << "\nTry 'qelinfo --help'." << std::endl;
         return kExitUsage;
