@@ -56,6 +56,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <numeric>
@@ -220,19 +221,38 @@ constexpr SensitivityType kSensitivityTypes[] = {
     {7, {kISOSpeedKey, kREIKey, kSOSKey}},
 };
 
-// Every key the source reads, as exiv2 spells it, with its place in an
-// ExifIndex; made once.
-const std::unordered_map<std::string, size_t>& KeyPlaces()
+// A datum's key as numbers: its IFD and its tag, which name it exactly as
+// its key does, without building the key's text.
+constexpr uint32_t KeyCode(uint32_t ifd, uint16_t tag)
+{
+    return ifd << 16 | tag;
+}
+
+// Every key the source reads, with its place in an ExifIndex: by the address
+// of the source's own spelling, by text for any other, and by key code for
+// the data; made once.
+struct KeyPlaceTables {
+    std::unordered_map<const char*, size_t> byAddress;
+    std::unordered_map<std::string, size_t> byText;
+    std::unordered_map<uint32_t, size_t> byCode;
+};
+
+const KeyPlaceTables& KeyPlaces()
 {
     static const auto places = [] {
-        std::unordered_map<std::string, size_t> places;
-        auto add = [&](const char* key) { places.emplace(Exiv2::ExifKey(key).key(), places.size()); };
+        KeyPlaceTables tables;
+        auto add = [&](const char* key) {
+            const Exiv2::ExifKey parsed(key);
+            const auto place = tables.byText.emplace(parsed.key(), tables.byText.size()).first->second;
+            tables.byAddress.emplace(key, place);
+            tables.byCode.emplace(KeyCode(static_cast<uint32_t>(parsed.ifdId()), parsed.tag()), place);
+        };
         for (const ExifTag& entry : kExifTags)
             add(entry.key);
         for (const char* key : {kISOKey, kWhiteBalanceKey, kLightSourceKey, kSensitivityTypeKey,
                                 kSOSKey, kREIKey, kISOSpeedKey})
             add(key);
-        return places;
+        return tables;
     }();
     return places;
 }
@@ -242,11 +262,12 @@ const std::unordered_map<std::string, size_t>& KeyPlaces()
 // the key of every datum it passes).
 class ExifIndex {
 public:
-    explicit ExifIndex(const Exiv2::ExifData& exif) : m_exif(exif), m_first(KeyPlaces().size())
+    explicit ExifIndex(const Exiv2::ExifData& exif) : m_exif(exif), m_first(KeyPlaces().byText.size())
     {
+        const auto& byCode = KeyPlaces().byCode;
         for (const Exiv2::Exifdatum& datum : exif) {
-            auto place = KeyPlaces().find(datum.key());
-            if (place != KeyPlaces().end() && !m_first[place->second])
+            auto place = byCode.find(KeyCode(static_cast<uint32_t>(datum.ifdId()), datum.tag()));
+            if (place != byCode.end() && !m_first[place->second])
                 m_first[place->second] = &datum;
         }
     }
@@ -256,9 +277,8 @@ public:
     const Exiv2::Exifdatum* Find(const char* key) const
     {
         const Exiv2::Exifdatum* datum = nullptr;
-        auto place = KeyPlaces().find(key);
-        if (place != KeyPlaces().end()) {
-            datum = m_first[place->second];
+        if (auto place = PlaceOf(key)) {
+            datum = m_first[*place];
         } else {
             auto it = m_exif.findKey(Exiv2::ExifKey(key));
             datum = it == m_exif.end() ? nullptr : &*it;
@@ -267,6 +287,16 @@ public:
     }
 
 private:
+    static std::optional<size_t> PlaceOf(const char* key)
+    {
+        const KeyPlaceTables& places = KeyPlaces();
+        if (auto place = places.byAddress.find(key); place != places.byAddress.end())
+            return place->second;
+        if (auto place = places.byText.find(key); place != places.byText.end())
+            return place->second;
+        return std::nullopt;
+    }
+
     const Exiv2::ExifData& m_exif;
     std::vector<const Exiv2::Exifdatum*> m_first;
 };
@@ -705,7 +735,20 @@ std::unique_ptr<ExivTagSource> ReadImage(Open open, const std::string& path)
 std::unique_ptr<ExivTagSource> ExivTagSource::FromFile(const std::string& path)
 {
     RequireNonEmptyRegularFile(path);
-    return ReadImage([&] { return Exiv2::ImageFactory::open(path); }, path);
+    // Mapped, exiv2 reads the headers straight from memory rather than
+    // through stdio; a file it cannot map or recognise there is opened by
+    // name, so its message is the one exiv2 gives for the file.
+    Exiv2::FileIo file(path);
+    return ReadImage(
+        [&] {
+            try {
+                if (file.open() == 0)
+                    return Exiv2::ImageFactory::open(file.mmap(false), file.size());
+            } catch (const Exiv2::AnyError&) {
+            }
+            return Exiv2::ImageFactory::open(path);
+        },
+        path);
 }
 
 bool ExivTagSource::IsImage(const std::string& path)

@@ -112,7 +112,10 @@ std::vector<UInt8> HostBytes(const std::vector<T>& values)
 template <class T>
 std::vector<UInt8> HostBytes(const T& value)
 {
-    return HostBytes(std::vector<T>{value});
+    static_assert(std::is_trivially_copyable<T>::value, "plain numbers and records only");
+    std::vector<UInt8> bytes(sizeof(T));
+    std::memcpy(bytes.data(), &value, sizeof(T));
+    return bytes;
 }
 
 }  // namespace qel

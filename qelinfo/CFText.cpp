@@ -35,21 +35,31 @@ std::string LossyUTF8(CFStringRef string)
 
 std::optional<std::string> AdoptCFString(CFStringRef string)
 {
-    if (!string)
-        return std::nullopt;
+    std::optional<std::string> text;
+    AdoptCFString(string, text);
+    return text;
+}
+
+void AdoptCFString(CFStringRef string, std::optional<std::string>& text)
+{
+    if (!string) {
+        text.reset();
+        return;
+    }
     CFHolder<CFStringRef> owned(string);
     CFIndex maximum = CFStringGetMaximumSizeForEncoding(CFStringGetLength(string),
                                                         kCFStringEncodingUTF8);
-    if (maximum < 0)
-        return LossyUTF8(string);
-    // Converted straight into the string handed back, then cut at the end
-    // of the text.
-    std::string text(static_cast<size_t>(maximum), '\0');
-    if (CFStringGetCString(string, &text[0], maximum + 1, kCFStringEncodingUTF8)) {
-        text.resize(std::char_traits<char>::length(text.c_str()));
-        return text;
+    if (maximum < 0) {
+        text = LossyUTF8(string);
+        return;
     }
-    return LossyUTF8(string);
+    // Converted straight into the kept buffer, then cut at the end of the text.
+    std::string& bytes = text ? *text : text.emplace();
+    bytes.resize(static_cast<size_t>(maximum));
+    if (CFStringGetCString(string, &bytes[0], maximum + 1, kCFStringEncodingUTF8))
+        bytes.resize(std::char_traits<char>::length(bytes.c_str()));
+    else
+        bytes = LossyUTF8(string);
 }
 
 }  // namespace qelinfo

@@ -14,6 +14,9 @@ namespace qelinfo {
 // to UTF-8 and releases it. A null string (nothing stored) is nullopt.
 std::optional<std::string> AdoptCFString(CFStringRef string);
 
+// The same into `text`, whose buffer is reused when it holds one.
+void AdoptCFString(CFStringRef string, std::optional<std::string>& text);
+
 }  // namespace qelinfo
 
 #endif

@@ -22,62 +22,78 @@ constexpr bool IsAscending(const UInt32* first, const UInt32* last)
 static_assert(IsAscending(std::begin(kQelAllItemIDs), std::end(kQelAllItemIDs)),
               "items are listed by ascending ID");
 
-std::vector<ItemText> Items(IQelImgInfo& info)
+}  // namespace
+
+void FileReader::ReadItems(IQelImgInfo& info)
 {
-    std::vector<ItemText> items;
-    items.reserve(std::size(kQelAllItemIDs));
+    std::vector<ItemText>& items = m_file.items;
+    size_t count = 0;
     for (UInt32 id : kQelAllItemIDs) {
-        ItemText item;
-        item.id = id;
-        item.title = AdoptCFString(info.CopyInfoTitleCFString(id));
-        item.value = AdoptCFString(info.CopyInfoValueCFString(id));
+        if (count == items.size())
+            items.emplace_back();
+        ItemText& item = items[count];
+        AdoptCFString(info.CopyInfoTitleCFString(id), item.title);
+        AdoptCFString(info.CopyInfoValueCFString(id), item.value);
         if (!item.title && !item.value)
             continue;
-        item.line = AdoptCFString(info.CopyInfoCFString(id));
-        items.push_back(std::move(item));
+        item.id = id;
+        AdoptCFString(info.CopyInfoCFString(id), item.line);
+        ++count;
     }
-    return items;
+    items.resize(count);
 }
 
-std::vector<ValueList> Lists(IQelImgInfo& info)
+void FileReader::ReadGrid(IQelImgInfo& info, bool cellLines)
 {
-    std::vector<ValueList> lists;
-    for (UInt32 id : kQelValueListItemIDs) {
-        ValueList list;
-        list.id = id;
-        list.current = info.GetInfoValueListCurrentIndex(id);
-        UInt32 count = info.GetInfoValueListCount(id);
-        list.entries.reserve(count);
-        for (UInt32 index = 0; index < count; ++index) {
-            ListEntry entry;
-            entry.text = AdoptCFString(info.CopyInfoValueListItemCFString(id, index, &entry.raw));
-            list.entries.push_back(std::move(entry));
+    m_file.rows = info.GetLayoutRows();
+    m_file.cols = info.GetLayoutCols();
+    m_file.grid.resize(m_file.rows);
+    for (UInt32 row = 0; row < m_file.rows; ++row) {
+        std::vector<GridCell>& cells = m_file.grid[row];
+        cells.resize(m_file.cols);
+        for (UInt32 col = 0; col < m_file.cols; ++col) {
+            cells[col].id = info.GetLayoutItem(row, col);
+            if (cellLines)
+                AdoptCFString(info.CopyLayoutCFString(row, col), cells[col].line);
         }
-        lists.push_back(std::move(list));
     }
-    return lists;
 }
 
-}  // namespace
+void FileReader::ReadLists(IQelImgInfo& info)
+{
+    // A list's texts are the language's, fixed for the run; between kinds of
+    // camera a list differs in length only, so one of the same length is kept.
+    m_file.lists.resize(std::size(kQelValueListItemIDs));
+    for (size_t l = 0; l < std::size(kQelValueListItemIDs); ++l) {
+        ValueList& list = m_file.lists[l];
+        const UInt32 id = kQelValueListItemIDs[l];
+        const UInt32 count = info.GetInfoValueListCount(id);
+        list.current = info.GetInfoValueListCurrentIndex(id);
+        if (list.id == id && list.entries.size() == count)
+            continue;
+        list.id = id;
+        list.revision = ++m_listRevision;
+        list.entries.resize(count);
+        for (UInt32 index = 0; index < count; ++index) {
+            ListEntry& entry = list.entries[index];
+            AdoptCFString(info.CopyInfoValueListItemCFString(id, index, &entry.raw), entry.text);
+        }
+    }
+}
+
+const FileInfo& FileReader::Read(IQelImgInfo& info, IVandelTagControl& tags, bool cellLines)
+{
+    m_file.values = info.ReadFileTags(&tags);
+    ReadItems(info);
+    ReadGrid(info, cellLines);
+    ReadLists(info);
+    return m_file;
+}
 
 FileInfo ReadFileInfo(IQelImgInfo& info, IVandelTagControl& tags)
 {
-    FileInfo file;
-    file.values = info.ReadFileTags(&tags);
-    file.items = Items(info);
-    file.rows = info.GetLayoutRows();
-    file.cols = info.GetLayoutCols();
-    file.grid.reserve(file.rows);
-    for (UInt32 row = 0; row < file.rows; ++row) {
-        std::vector<GridCell> cells;
-        cells.reserve(file.cols);
-        for (UInt32 col = 0; col < file.cols; ++col)
-            cells.push_back({info.GetLayoutItem(row, col),
-                             AdoptCFString(info.CopyLayoutCFString(row, col))});
-        file.grid.push_back(std::move(cells));
-    }
-    file.lists = Lists(info);
-    return file;
+    FileReader reader;
+    return reader.Read(info, tags, true);
 }
 
 }  // namespace qelinfo

@@ -33,6 +33,7 @@ struct ValueList {
     UInt32 id = 0;
     SInt32 current = -1;
     std::vector<ListEntry> entries;
+    UInt32 revision = 0;  // new each time the entries are read again
 };
 
 struct FileInfo {
@@ -44,7 +45,26 @@ struct FileInfo {
     std::vector<ValueList> lists;             // the six list items, in host order
 };
 
-// Reads the file's tags into `info` and gathers everything it shows.
+// Gathers what the library shows into storage kept from file to file, so a
+// folder is read without a heap allocation per text. The value lists are
+// kept too: the language must stay the same for the reader's life.
+class FileReader {
+public:
+    // Reads the file's tags into `info` and gathers everything it shows; the
+    // grid's cell lines only with `cellLines` (the JSON form shows none).
+    const FileInfo& Read(IQelImgInfo& info, IVandelTagControl& tags, bool cellLines);
+
+private:
+    void ReadItems(IQelImgInfo& info);
+    void ReadGrid(IQelImgInfo& info, bool cellLines);
+    void ReadLists(IQelImgInfo& info);
+
+    FileInfo m_file;
+    UInt32 m_listRevision = 0;
+};
+
+// One file, grid lines included, with nothing kept from an earlier file (for
+// hosts that may change the language between files).
 FileInfo ReadFileInfo(IQelImgInfo& info, IVandelTagControl& tags);
 
 }  // namespace qelinfo

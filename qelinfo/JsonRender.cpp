@@ -5,6 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <array>
+#include <charconv>
 #include <cstdio>
 
 namespace qelinfo {
@@ -20,14 +22,24 @@ std::string Dump(const Json& object)
     return object.dump(-1, ' ', false, nlohmann::detail::error_handler_t::replace);
 }
 
-// The line is written straight into one string, in exactly the form the
-// JSON library gives (no blanks, keys in order). A text of printable ASCII
-// without quotes or backslashes goes in as it is; any other text is left to
-// the library, which escapes it and replaces what is not UTF-8.
+// What a byte means to the JSON form: written as it is, escaped, or part of
+// a UTF-8 sequence that must be well formed to be written as it is.
+constexpr unsigned char kEscaped = 1;
+constexpr unsigned char kBeyondASCII = 2;
+constexpr auto kByteKinds = [] {
+    std::array<unsigned char, 256> kinds{};
+    for (size_t byte = 0; byte < kinds.size(); ++byte)
+        kinds[byte] = byte < 0x20 || byte == '"' || byte == '\\' ? kEscaped : byte >= 0x80 ? kBeyondASCII : 0;
+    return kinds;
+}();
+
+// The line is written straight into the caller's string, in exactly the
+// form the JSON library gives (no blanks, keys in order). A text of UTF-8
+// without controls, quotes or backslashes goes in as it is; any other text is
+// left to the library, which escapes it and replaces what is not UTF-8.
 class Line {
 public:
-    Line() { m_text.reserve(kTypicalLength); }
-    const std::string& Text() const { return m_text; }
+    explicit Line(std::string& text) : m_text(text) {}
 
     // Punctuation and keys, written as they stand: `",\"title\":"`.
     Line& Raw(const char* text)
@@ -35,15 +47,18 @@ public:
         m_text += text;
         return *this;
     }
+    Line& Raw(const std::string& text)
+    {
+        m_text += text;
+        return *this;
+    }
     Line& String(const std::string& text)
     {
-        for (char c : text) {
-            const auto byte = static_cast<unsigned char>(c);
-            if (byte < 0x20 || byte > 0x7E || c == '"' || c == '\\') {
-                m_text += Dump(Json(text));
-                return *this;
-            }
-        }
+        unsigned kinds = 0;
+        for (char c : text)
+            kinds |= kByteKinds[static_cast<unsigned char>(c)];
+        if ((kinds & kEscaped) || ((kinds & kBeyondASCII) && !qel::IsUTF8(text)))
+            return Escaped(text);
         m_text += '"';
         m_text += text;
         m_text += '"';
@@ -56,14 +71,20 @@ public:
     template <class Integer>
     Line& Number(Integer number)
     {
-        m_text += std::to_string(number);
+        char digits[24];
+        const auto written = std::to_chars(digits, digits + sizeof digits, number);
+        m_text.append(digits, static_cast<size_t>(written.ptr - digits));
         return *this;
     }
 
 private:
-    // Room for the line of an SLR file with every item, so it is not regrown.
-    static constexpr size_t kTypicalLength = 8192;
-    std::string m_text;
+    Line& Escaped(const std::string& text)
+    {
+        m_text += Dump(Json(text));
+        return *this;
+    }
+
+    std::string& m_text;
 };
 
 // A name that is not UTF-8 cannot be told back from its "file" text, where
@@ -89,9 +110,9 @@ std::optional<std::string> FileBytes(const std::string& file)
 
 }  // namespace
 
-std::string JsonLine(const std::string& file, const FileInfo& info)
+void JsonWriter::Append(std::string& out, const std::string& file, const FileInfo& info)
 {
-    Line line;
+    Line line(out);
     line.Raw("{\"file\":").String(file);
     if (auto bytes = FileBytes(file))
         line.Raw(",\"file_bytes\":").String(*bytes);
@@ -116,19 +137,32 @@ std::string JsonLine(const std::string& file, const FileInfo& info)
     }
 
     line.Raw("]},\"lists\":[");
+    m_entries.resize(info.lists.size());
     for (size_t l = 0; l < info.lists.size(); ++l) {
         const ValueList& list = info.lists[l];
         line.Raw(l ? ",{\"id\":" : "{\"id\":").Number(list.id);
         line.Raw(",\"count\":").Number(list.entries.size());
-        line.Raw(",\"current\":").Number(list.current).Raw(",\"entries\":[");
-        for (size_t e = 0; e < list.entries.size(); ++e) {
-            line.Raw(e ? ",{\"raw\":" : "{\"raw\":").Number(list.entries[e].raw);
-            line.Raw(",\"text\":").StringOrNull(list.entries[e].text).Raw("}");
-        }
-        line.Raw("]}");
+        line.Raw(",\"current\":").Number(list.current);
+        line.Raw(Entries(m_entries[l], list));
     }
     line.Raw("]}");
-    return line.Text();
+}
+
+const std::string& JsonWriter::Entries(RenderedEntries& rendered, const ValueList& list)
+{
+    if (rendered.id == list.id && rendered.revision == list.revision && list.revision != 0)
+        return rendered.text;
+    rendered.id = list.id;
+    rendered.revision = list.revision;
+    rendered.text.clear();
+    Line line(rendered.text);
+    line.Raw(",\"entries\":[");
+    for (size_t e = 0; e < list.entries.size(); ++e) {
+        line.Raw(e ? ",{\"raw\":" : "{\"raw\":").Number(list.entries[e].raw);
+        line.Raw(",\"text\":").StringOrNull(list.entries[e].text).Raw("}");
+    }
+    line.Raw("]}");
+    return rendered.text;
 }
 
 std::string JsonErrorLine(const std::string& file, const std::string& reason)

@@ -16,10 +16,27 @@
 #include "FileInfo.h"
 
 #include <string>
+#include <vector>
 
 namespace qelinfo {
 
-std::string JsonLine(const std::string& file, const FileInfo& info);
+// Writes the lines of a run; a value list's entries, the same from file to
+// file, are rendered once.
+class JsonWriter {
+public:
+    // Appends the line to `out`, without the line break.
+    void Append(std::string& out, const std::string& file, const FileInfo& info);
+
+private:
+    struct RenderedEntries {
+        UInt32 id = 0;
+        UInt32 revision = 0;
+        std::string text;
+    };
+    const std::string& Entries(RenderedEntries& rendered, const ValueList& list);
+
+    std::vector<RenderedEntries> m_entries;
+};
 std::string JsonErrorLine(const std::string& file, const std::string& reason);
 
 }  // namespace qelinfo

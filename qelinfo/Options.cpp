@@ -24,16 +24,18 @@ bool TakeValue(const std::string& name, const std::vector<std::string>& argument
 
 }  // namespace
 
-ParsedOptions ParseOptions(const std::vector<std::string>& arguments)
+ParsedOptions ParseOptions(std::vector<std::string> arguments)
 {
     ParsedOptions parsed;
     Options& options = parsed.options;
+    // A folder's worth of names is held once, not once more per copy.
+    options.files.reserve(arguments.size());
     bool onlyFiles = false;
     for (size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
+        std::string& argument = arguments[i];
         std::optional<std::string> value;
         if (onlyFiles || argument.empty() || argument[0] != '-' || argument == "-") {
-            options.files.push_back(argument);
+            options.files.push_back(std::move(argument));
         } else if (argument == "--") {
             onlyFiles = true;
         } else if (argument == "--help" || argument == "-h") {

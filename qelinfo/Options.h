@@ -28,7 +28,7 @@ struct ParsedOptions {
     std::string usageError;  // empty when the command line was understood
 };
 
-ParsedOptions ParseOptions(const std::vector<std::string>& arguments);
+ParsedOptions ParseOptions(std::vector<std::string> arguments);
 
 // The --help text.
 std::string UsageText();

@@ -92,25 +92,30 @@ public:
 private:
     void Show(const std::string& file)
     {
-        qelinfo::FileInfo fileInfo;
+        const bool json = m_options.format == qelinfo::OutputFormat::kJson;
+        const qelinfo::FileInfo* fileInfo = nullptr;
         try {
             std::unique_ptr<IVandelTagControl> tags =
                 file == qelinfo::kStandardInput ? qel::OpenTagSourceFromContent(qelinfo::ReadStandardInput())
                                                 : qel::OpenTagSource(file);
             if (m_options.eachFileFresh && !m_firstFile && !Start())
                 throw qel::TagSourceError("no image-information object");
-            fileInfo = qelinfo::ReadFileInfo(*m_info, *tags);
+            fileInfo = &m_reader.Read(*m_info, *tags, !json);
         } catch (const qel::TagSourceError& error) {
             Fail(file, error.what());
             return;
         }
         m_firstFile = false;
-        if (m_options.format == qelinfo::OutputFormat::kJson) {
-            std::cout << qelinfo::JsonLine(file, fileInfo) << '\n';
+        if (json) {
+            // One buffer for every line, so a folder costs no allocation per file.
+            m_line.clear();
+            m_json.Append(m_line, file, *fileInfo);
+            m_line += '\n';
+            std::cout.write(m_line.data(), static_cast<std::streamsize>(m_line.size()));
         } else {
             if (!m_firstBlock)
                 std::cout << '\n';
-            qelinfo::WriteText(std::cout, file, fileInfo, m_options.allItems);
+            qelinfo::WriteText(std::cout, file, *fileInfo, m_options.allItems);
         }
         m_firstBlock = false;
         CheckOutput();
@@ -134,6 +139,9 @@ private:
 
     const qelinfo::Options& m_options;
     ImgInfo m_info;
+    qelinfo::FileReader m_reader;
+    qelinfo::JsonWriter m_json;
+    std::string m_line;
     int m_status = kExitOK;
     bool m_firstBlock = true;
     bool m_firstFile = true;
@@ -167,8 +175,7 @@ int ListLanguages()
 
 int main(int argc, char** argv)
 {
-    std::vector<std::string> arguments(argv + 1, argv + argc);
-    qelinfo::ParsedOptions parsed = qelinfo::ParseOptions(arguments);
+    qelinfo::ParsedOptions parsed = qelinfo::ParseOptions({argv + 1, argv + argc});
     if (!parsed.usageError.empty()) {
         std::cerr << "qelinfo: " << parsed.usageError << "\nTry 'qelinfo --help'." << std::endl;
         return kExitUsage;

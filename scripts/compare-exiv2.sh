@@ -14,6 +14,9 @@
 #
 #   scripts/compare-exiv2.sh [COUNT] [DIR]      (default 300, a folder in /tmp)
 #
+# With INSTRUCTIONS=1 the three are also counted in instructions under
+# valgrind's callgrind, which machine load does not change.
+#
 # Uses hyperfine when it is installed (apt-get install hyperfine), else
 # bash's `time` over ten runs each. Builds qelinfo and the floor in Release
 # in build-bench.
@@ -115,3 +118,19 @@ echo "floor (qel_exiv2_floor, open + readMetadata), $runs interleaved runs over 
 echo "  floor CPU time, median:           $(printf '%s\n' "${floor_times[@]}" | median) s"
 echo "  qelinfo --format json / floor:    $(printf '%s\n' "${qel_ratios[@]}" | median) (median ratio)"
 echo "  exiv2 -pt / floor:                $(printf '%s\n' "${exiv2_ratios[@]}" | median) (median ratio)"
+
+if [ -n "${INSTRUCTIONS:-}" ]; then
+  command -v valgrind >/dev/null || { echo "compare-exiv2.sh: INSTRUCTIONS=1 needs valgrind" >&2; exit 2; }
+  instructions() {  # instructions of one run of the command, whole process
+    valgrind --tool=callgrind --callgrind-out-file=/dev/null "$@" 2>&1 >/dev/null |
+      awk '/refs:/ { gsub(",", "", $NF); print $NF }'
+  }
+  fi=$(instructions "$floor" "$dir"/*.jpg)
+  qi=$(LANGUAGE=en instructions "$qelinfo" --format json "$dir"/*.jpg)
+  pi=$(instructions exiv2 -pt "$dir"/*.jpg)
+  echo "instructions (callgrind) over $count files:"
+  awk -v f="$fi" -v q="$qi" -v p="$pi" 'BEGIN {
+    printf "  floor:                            %.1f M\n", f / 1e6
+    printf "  qelinfo --format json:            %.1f M (%.3f of the floor)\n", q / 1e6, q / f
+    printf "  exiv2 -pt:                        %.1f M (%.3f of the floor)\n", p / 1e6, p / f }'
+fi
