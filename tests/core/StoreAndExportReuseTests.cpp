@@ -56,33 +56,6 @@ TEST(StoreReuse, LastWriteWinsAndAnItemRewrittenWithItsOwnTextKeepsIt)
     EXPECT_EQ(ValueOf(dict, kWhiteBalance), "Shade");
 }
 
-// Successive reads into one store, longer and shorter texts than the last
-// read left: each holds exactly what it stored, and so does a copy.
-TEST(StoreReuse, EachReadHoldsOnlyWhatItStored)
-{
-    const std::vector<std::vector<std::pair<UInt32, const char*>>> reads = {
-        {{kModel, "Talvo Q77"}, {kWhiteBalance, "Cloudy"}, {kFlashMode, ""}},
-        {{kWhiteBalance, "Incandescent, fine-tuned +2"}}, {},
-        {{kGPSAltitude, "35 m"}, {kModel, "Q"}, {kWhiteBalance, "Shade"}},
-    };
-    CQelInfoDictionary dict;
-    for (const auto& read : reads) {
-        dict.Clear();
-        for (const auto& [id, value] : read) {
-            dict.SetTitle(id, Text("title"));
-            dict.SetValue(id, Text(value));
-        }
-        CQelInfoDictionary copy(dict);
-        for (const CQelInfoDictionary* store : {&dict, &copy}) {
-            EXPECT_EQ(store->GetValueCount(), read.size());
-            EXPECT_EQ(store->GetMapCount(&store->Titles()), read.size());
-            for (const auto& [id, value] : read)
-                EXPECT_EQ(ValueOf(*store, id), value);
-        }
-    }
-    EXPECT_EQ(dict.FindValue(kFlashMode), nullptr);
-}
-
 struct LineCase {
     UInt32 item;
     std::optional<std::string> title, value;

@@ -29,10 +29,7 @@ TEST(ImageComment, ShownText)
         SCOPED_TRACE(c.name);
         MemoryTagSource tags;
         if (c.bytes)
-            tags.Bytes(QelItem::kUserComment, kRawBytes,
-                       std::vector<UInt8>(reinterpret_cast<const UInt8*>(c.bytes->data()),
-                                          reinterpret_cast<const UInt8*>(c.bytes->data()) +
-                                              c.bytes->size()),
+            tags.Bytes(QelItem::kUserComment, kRawBytes, std::vector<UInt8>(c.bytes->begin(), c.bytes->end()),
                        c.claimedSize);
         TestImgInfo info;
         ExpectFormatted(info, &CQelImgInfo::GetImageComment, tags, QelItem::kUserComment,

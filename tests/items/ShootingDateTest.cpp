@@ -38,17 +38,4 @@ TEST(ShootingDateTest, PrintsDateAndTime)
     });
 }
 
-TEST(DateTimeRecords, PrintFixedLayout)
-{
-    TestImgInfo info;
-    tagVxTESKDateTime when{2005, 7, 14, 10, 22, 5, 1234};
-    char out[32];
-    EXPECT_EQ(info.DateToString(&when, out, sizeof out), 10);
-    EXPECT_STREQ(out, "2005/07/14");
-    EXPECT_GT(info.TimeToString(&when, out, sizeof out), 0);
-    EXPECT_STREQ(out, "10:22:05.12");
-    EXPECT_EQ(info.DateToString(nullptr, out, sizeof out), -1);
-    EXPECT_EQ(info.TimeToString(&when, nullptr, 32), -1);
-}
-
 }  // namespace

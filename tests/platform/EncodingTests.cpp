@@ -2,8 +2,6 @@
 // Encodings: external representations, loss bytes and byte-order marks.
 #include "PlatformTestSupport.h"
 
-#include <QelPlatform/TextEncoding.h>
-
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -38,13 +36,11 @@ TEST(Encoding, ExternalRepresentation)
         {"f/2.8 \xC3\xA9", kCFStringEncodingASCII, '?', {'f', '/', '2', '.', '8', ' ', '?'}},
         {"\xC3\xA9", kCFStringEncodingASCII, 0, {0xEE}},
         {"\xE2\x84\xA2\xC3\xA9", kCFStringEncodingISOLatin1, '?', {'?', 0xE9}},
-        {"\xE2\x84\xA2\xC3\xA9", kCFStringEncodingWindowsLatin1, '?', {0x99, 0xE9}},
         {"\xE2\x84\xA2\xC3\xA9", kCFStringEncodingMacRoman, '?', {0xAA, 0x8E}},
         // UTF-16 and UTF-32 without a stated order carry a host-order BOM.
         {"A\xC3\xA9", kCFStringEncodingUnicode, 0, {0xFF, 0xFE, 'A', 0, 0xE9, 0}},
         {"A\xC3\xA9", kCFStringEncodingUTF16BE, 0, {0, 'A', 0, 0xE9}},
         {"\xF0\x9F\x93\xB7", kCFStringEncodingUTF32LE, 0, {0xF7, 0xF4, 0x01, 0}},
-        {"\xE6\x97\xA5\xE6\x9C\xAC", kCFStringEncodingEUC_JP, 0, {0xC6, 0xFC, 0xCB, 0xDC}},
         {"\xE2\x82\xAC\xE6\x97\xA5", kCFStringEncodingShiftJIS, '?', {'?', 0x93, 0xFA}},
         {"", kCFStringEncodingUTF8, 0, {}},
         {"abc", kUnknownEncoding, '?', {0xEE}},
@@ -80,16 +76,6 @@ TEST(Encoding, DecodingHonoursByteOrderMarksAndRejectsBadBytes)
                                                         c.encoding, c.isExternal));
         EXPECT_EQ(Utf8(text), c.expected) << "encoding 0x" << std::hex << c.encoding;
     }
-}
-
-TEST(Encoding, SystemAndApplicationEncodingsAreUTF8)
-{
-    EXPECT_EQ(CFStringGetSystemEncoding(), kCFStringEncodingUTF8);
-    EXPECT_EQ(GetApplicationTextEncoding(), kCFStringEncodingUTF8);
-    EXPECT_TRUE(CFStringIsEncodingAvailable(kCFStringEncodingShiftJIS));
-    EXPECT_FALSE(CFStringIsEncodingAvailable(kUnknownEncoding));
-    Owned<CFStringRef> text(CFStringCreateWithCString(nullptr, "x", kUnknownEncoding));
-    EXPECT_EQ(text.get(), nullptr);
 }
 
 }  // namespace

@@ -63,22 +63,4 @@ TEST(Format, PositionalArgumentsMixWithEveryFeature)
         EXPECT_EQ(c.actual, c.expected);
 }
 
-TEST(Format, AppendFormatAddsToTheExistingText)
-{
-    Owned<CFMutableStringRef> text(CFStringCreateMutable(nullptr, 0));
-    CFStringAppendCString(text, "EV ", kCFStringEncodingASCII);
-    CFStringAppendFormat(text, nullptr, CFSTR("%+.1f"), -0.7);
-    CFStringAppendFormat(text, nullptr, CFSTR(" (%2$@ %1$d)"), 3, CFSTR("step"));
-    EXPECT_EQ(Utf8(text), "EV -0.7 (step 3)");
-}
-
-TEST(Format, NumbersUseADecimalPointWhateverTheLocale)
-{
-    const char* previous = setlocale(LC_NUMERIC, "de_DE.UTF-8");
-    if (previous == nullptr)
-        GTEST_SKIP() << "no German locale installed";
-    EXPECT_EQ(Format("%.2f", 1.25), "1.25");
-    setlocale(LC_NUMERIC, "C");
-}
-
 }  // namespace

@@ -34,22 +34,6 @@ TEST(ConstantStrings, FollowTheTextNotTheBuffer)
     EXPECT_EQ(there, first);
 }
 
-TEST(String, LastReleaseFreesAndCopiesAreIndependent)
-{
-    CFMutableStringRef text = CFStringCreateMutable(nullptr, 0);
-    CFRetain(text);
-    EXPECT_EQ(CFGetRetainCount(text), 2);
-    CFRelease(text);
-    EXPECT_EQ(CFGetRetainCount(text), 1);
-
-    CFStringAppend(text, CFSTR("Auto"));
-    Owned<CFStringRef> copy(CFStringCreateCopy(nullptr, text));
-    CFStringAppend(text, CFSTR(" WB"));
-    EXPECT_EQ(Utf8(copy), "Auto");
-    EXPECT_EQ(Utf8(text), "Auto WB");
-    CFRelease(text);  // leak checkers catch a missing free here
-}
-
 // Appending a string to itself and replacing its text with itself, a shorter
 // or a longer text, at lengths that fit its buffer and lengths that grow it.
 TEST(StringEdits, AppendAndReplaceInPlace)

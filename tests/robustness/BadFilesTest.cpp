@@ -167,23 +167,6 @@ TEST(BadFiles, EachGetsItsOwnLineInOneRunAndNoGoodFileIsLost)
         EXPECT_EQ(text.out.find(arguments[1 + 2 * i]), std::string::npos) << "a failed file shows nothing";
 }
 
-// Names that would break a line or a JSON text if printed as they are.
-TEST(BadFiles, HardToPrintNamesStillMakeOneLineEach)
-{
-    ScratchFolder folder;
-    std::vector<std::string> arguments = {"--format", "json"};
-    for (const char* name : {"/two\nlines.jpg", "/not-utf8-\xFF\xFE.jpg"})
-        arguments.push_back(folder.Path() + name);
-
-    auto run = RunQelinfo(arguments);
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.ErrLines().size(), 2u) << run.err;
-    auto objects = run.Objects();  // each parses as JSON
-    ASSERT_EQ(objects.size(), 2u);
-    for (const auto& object : objects)
-        EXPECT_TRUE(object.contains("error")) << object;
-}
-
 // Readable images that carry no Exif: shown, with no device and no grid.
 TEST(ImageWithoutExif, IsShownWithoutAGrid)
 {

@@ -173,21 +173,6 @@ TEST(StringTables, FormatTextsAcceptTheArgumentsTheCodePasses)
     }
 }
 
-TEST(StringTables, TheCheckOfFormatsCatchesMismatches)
-{
-    const struct { const char* text; const char* signature; bool fits; } cases[] = {
-        {"%s sec", "s", true},        {"%d sec", "s", false},
-        {"%2$d x %1$d", "dd", true},  {"%d x %2$d", "dd", false},
-        {"%d", "dd", false},          {"%3$d", "dd", false},
-        {"%3$d°%4$d'%5$.2f\"", "dfddf", true}, {"%1$d°%2$.3f'", "dfddf", true},
-        {"%4$f", "dfddf", false},     {"ISO %u", "u", true},
-        {"100%% %s", "s", true},      {"%*d", "d", false},
-        {"no number", "f", false},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(CheckFormat(c.text, c.signature).empty(), c.fits) << c.text;
-}
-
 std::string Output(const std::string& command)
 {
     std::string output;
